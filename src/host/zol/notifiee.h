@@ -1,0 +1,93 @@
+// The base of everything that listens to an object: its place in the notifier's list, its link to
+// the notifier, and the slots that every listener has.
+#pragma once
+
+#include <cstdint>
+
+#include "host/zol/bit_set.h"
+#include "host/zol/ptr.h"
+#include "host/zol/ptr_interface.h"
+
+namespace Zol {
+
+class ListRawGeneric;
+
+// A listener. Made without arguments it listens to nobody, is not registered and is active:
+//
+//   listener->isRegisteredNotifieeIs( true );
+//   listener->notifierIs( config );      // from now on it hears every change
+//
+// A listener holds its notifier unless it is weak; the notifier's list does not hold the listener.
+// The trap: a pass holds each listener while it runs, so a listener must be made with `new` and
+// held by a `Ptr`, never live on the stack.
+class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
+ public:
+  using Zol_BitSet = BitSet<29, unsigned int>;
+
+  NotifieeConst();
+  NotifieeConst(NotifieeConst const&) = delete;
+  NotifieeConst& operator=(NotifieeConst const&) = delete;
+  ~NotifieeConst() override;
+
+  // The object behind this listener that reacts to what it hears, or null for a plain listener.
+  [[nodiscard]] virtual NotifieeConst* zolReactor() const;
+  [[nodiscard]] virtual NotifieeConst* zolRawReactor() const;
+  [[nodiscard]] virtual bool isStreamAdapter() const;
+  // Enters or leaves the list of the present notifier. Without one, the wish is kept for the next.
+  virtual void isRegisteredNotifieeIs(bool value) const;
+  virtual void zol_bitSetIs(Zol_BitSet bits);
+  // The notifier's name; empty without a notifier.
+  [[nodiscard]] virtual Name name() const;
+  // Starts listening to `notifier` and stops listening to the former one; null stops only. An
+  // object of a class that this listener cannot listen to counts as null.
+  virtual void notifierIs(Ptr<PtrInterface const> const& notifier);
+
+  // Slots of the runtime. None of them does anything by itself.
+  virtual void handleNotification(ActivityConfig* activity);
+  virtual void handleDefault(ActivityConfig* activity, AttributeId id, bool whole);
+  virtual void onAttribute(AttributeId id);
+  virtual void onNotification();
+  virtual void onCollectionNotification(String8 name);
+  virtual void onNotificationException();
+  // Called in place of a slot of this listener that threw, inside the handling of that exception.
+  // `id` is the attribute of the pass. An exception out of it leaves the mutator.
+  virtual void onNotificationException(AttributeId id);
+  virtual void handleNotificationException(AttributeId id);
+  virtual void handleNotificationException();
+  // The notifier has lost its last reference. It is still whole.
+  virtual void onZeroReferences();
+  [[nodiscard]] virtual Activity* activityPtr() const;
+  virtual Activity* zolFwkActivity();
+  [[nodiscard]] virtual Activity const* zolFwkActivity() const;
+  virtual ActivitySm* actsm();
+
+  // True: from now on this listener holds no count on its notifier. A notifier that dies first
+  // clears the link of its weak listeners.
+  void isWeakReferenceIs(bool value);
+  [[nodiscard]] bool isWeakReference() const noexcept { return weak_; }
+  [[nodiscard]] bool isRegisteredNotifiee() const noexcept { return registered_; }
+  [[nodiscard]] PtrInterface const* zolNotifier() const noexcept { return notifier_; }
+  [[nodiscard]] Zol_BitSet zol_bitSet() const noexcept { return bits_; }
+  // See `listenerCast`.
+  [[nodiscard]] void const* zolListenerClass() const noexcept { return listenerClass_; }
+
+ protected:
+  // Stores the notifier, counted unless this listener is weak, and drops the count on the old one.
+  void storeNotifier(PtrInterface const* notifier);
+
+  Zol_BitSet bits_;
+  std::uint32_t runtimeWord_ = 0;
+  // The class that this listener is of, below the class of the list that it stands in: see
+  // `listenerCast`. Null for a listener of the list's own class.
+  void const* listenerClass_ = nullptr;
+
+ private:
+  friend class ListRawGeneric;
+
+  PtrInterface const* notifier_ = nullptr;
+  bool weak_ = false;
+  mutable bool registered_ = false;
+  mutable NotifieeConst const* next_ = nullptr;
+};
+
+}  // namespace Zol

@@ -1,0 +1,138 @@
+// Shared immutable texts: `String8`, and `Name`, a text that is also a key.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+#include "host/zol/export.h"
+#include "host/zol/forward.h"
+
+namespace Zol {
+
+// An immutable sequence of bytes. Copies share the bytes, and the hash is kept beside them. The
+// empty text owns nothing. Any byte may stand in it; nothing is assumed of the encoding.
+class ZOL_EXPORT String8 {
+ public:
+  class IteratorConst;
+  class Iterator;
+
+  String8() noexcept = default;
+  String8(char const* text) : String8(std::string_view(text)) {}
+  String8(std::string_view text);
+  String8(std::string const& text) : String8(std::string_view(text)) {}
+  String8(String8 const& other) noexcept;
+  String8(String8&& other) noexcept : data_(other.data_) { other.data_ = nullptr; }
+  String8& operator=(String8 const& other) noexcept;
+  String8& operator=(String8&& other) noexcept;
+  ~String8();
+
+  // The bytes; a NUL stands behind them. Valid as long as this text or a copy of it lives.
+  [[nodiscard]] std::string_view view() const noexcept;
+  [[nodiscard]] std::size_t size() const noexcept { return view().size(); }
+  [[nodiscard]] bool empty() const noexcept { return data_ == nullptr; }
+  // Equal texts have equal hashes within one process; the hash is seeded anew in each process.
+  [[nodiscard]] std::uint32_t hash() const noexcept;
+
+  friend bool operator==(String8 const& a, String8 const& b) noexcept { return a.equals(b); }
+  friend std::strong_ordering operator<=>(String8 const& a, String8 const& b) noexcept {
+    return a.view() <=> b.view();
+  }
+  // One text made of both; allocates unless one of them is empty.
+  friend String8 operator+(String8 const& a, String8 const& b) { return concatenation(a, b); }
+  friend std::ostream& operator<<(std::ostream& stream, String8 const& text) {
+    return text.write(stream);
+  }
+
+ private:
+  struct Data;
+
+  static String8 concatenation(String8 const& a, String8 const& b);
+  std::ostream& write(std::ostream& stream) const;
+  [[nodiscard]] bool equals(String8 const& other) const noexcept;
+
+  Data* data_ = nullptr;
+};
+
+// A position in a text, for senders that cut it into pieces and for parsers. It keeps the text
+// alive.
+class String8::IteratorConst {
+ public:
+  IteratorConst() = default;
+  explicit IteratorConst(String8 text, std::size_t position = 0)
+      : text_(std::move(text)), position_(position) {}
+
+  [[nodiscard]] String8 const& text() const noexcept { return text_; }
+  [[nodiscard]] std::size_t position() const noexcept { return position_; }
+  void positionIs(std::size_t position) noexcept { position_ = position; }
+  [[nodiscard]] bool atEnd() const noexcept { return position_ >= text_.size(); }
+  [[nodiscard]] std::string_view rest() const noexcept { return text_.view().substr(position_); }
+
+ private:
+  String8 text_;
+  std::size_t position_ = 0;
+};
+
+// Collects a text that arrives in pieces. Position 0 says that the text is complete.
+class String8::Iterator {
+ public:
+  // Adds a piece; the last one makes the text complete.
+  void pieceIs(std::string_view piece, bool last) {
+    bytes_.append(piece);
+    position_ = last ? 0 : bytes_.size();
+  }
+  [[nodiscard]] std::size_t position() const noexcept { return position_; }
+  [[nodiscard]] std::size_t size() const noexcept { return bytes_.size(); }
+  [[nodiscard]] String8 text() const { return String8(bytes_); }
+
+ private:
+  std::string bytes_;
+  std::size_t position_ = 0;
+};
+
+// A text used as a name or key: compares by identity, then hash, then bytes.
+class ZOL_EXPORT Name {
+ public:
+  Name() noexcept = default;
+  Name(char const* text) : text_(text) {}
+  Name(std::string_view text) : text_(text) {}
+  Name(std::string const& text) : text_(text) {}
+  Name(String8 text) noexcept : text_(std::move(text)) {}
+
+  operator String8 const&() const noexcept { return text_; }
+  [[nodiscard]] std::string_view view() const noexcept { return text_.view(); }
+  [[nodiscard]] std::size_t size() const noexcept { return text_.size(); }
+  [[nodiscard]] bool empty() const noexcept { return text_.empty(); }
+  [[nodiscard]] std::uint32_t hash() const noexcept { return text_.hash(); }
+
+  friend bool operator==(Name const& a, Name const& b) noexcept { return a.text_ == b.text_; }
+  friend bool operator==(Name const& a, String8 const& b) noexcept { return a.text_ == b; }
+  friend bool operator==(Name const& a, char const* b) noexcept {
+    return a.view() == std::string_view(b);
+  }
+  friend std::strong_ordering operator<=>(Name const& a, Name const& b) noexcept {
+    return a.text_ <=> b.text_;
+  }
+  friend std::strong_ordering operator<=>(Name const& a, String8 const& b) noexcept {
+    return a.text_ <=> b;
+  }
+  friend String8 operator+(Name const& a, Name const& b) { return a.text_ + b.text_; }
+  friend String8 operator+(Name const& a, String8 const& b) { return a.text_ + b; }
+  friend String8 operator+(String8 const& a, Name const& b) { return a + b.text_; }
+  friend std::ostream& operator<<(std::ostream& stream, Name const& name) {
+    return stream << name.text_;
+  }
+
+  static ZolType* _fwkType();
+
+ private:
+  String8 text_;
+};
+
+// Makes a text from a printf pattern; for the messages whose pattern is fixed.
+[[gnu::format(printf, 1, 2)]] ZOL_EXPORT String8 format(char const* pattern, ...);
+
+}  // namespace Zol

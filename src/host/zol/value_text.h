@@ -1,0 +1,29 @@
+// The text form of values: what tools show and read, and what failures say of a value.
+#pragma once
+
+#include <concepts>
+#include <typeinfo>
+
+#include "host/zol/forward.h"
+#include "host/zol/text.h"
+
+namespace Zol {
+
+// The text in apostrophes. Apostrophe, backslash and control characters stand escaped by a
+// backslash, as
+// "\'", "\\", "\n", "\t", "\r" or "\x1f"; all other bytes stand as they are.
+ZOL_EXPORT String8 valueToStrep(String8 const& value);
+ZOL_EXPORT String8 valueToStrep(Name const& value);
+ZOL_EXPORT String8 valueToStrep(unsigned long long value);
+// "True" or "False". A template, so that no pointer or number becomes a bool on its way here.
+template <std::same_as<bool> Bool>
+String8 valueToStrep(Bool value) {
+  return value ? "True" : "False";
+}
+
+// The text of a reference to `object`: the full name of its class and its path, as
+// "Entity('Fru::Gpo', 'wp')". A null reference names `type`, the class that it could refer to, as
+// "Entity('Fru::Gpo', None)".
+ZOL_EXPORT String8 valueToStrepOfRawPtr(PtrInterface const* object, std::type_info const& type);
+
+}  // namespace Zol
