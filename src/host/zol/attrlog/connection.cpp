@@ -1,0 +1,245 @@
+#include "host/zol/attrlog/connection.h"
+
+#include <algorithm>
+
+#include "host/zol/attrlog/stream_adapter.h"
+
+namespace Zol::NboAttrLog {
+
+namespace {
+
+constexpr std::size_t kMemoryPipe = 64 * 1024;
+
+ConnectionOptions sane(ConnectionOptions options) {
+  options.inCapacity = std::max(options.inCapacity, options.maxFrame + kLengthSize);
+  return options;
+}
+
+}  // namespace
+
+Ptr<Connection> Connection::overFd(int fd, ConnectionOptions options) {
+  return over(fdTransport(fd), std::move(options));
+}
+
+Ptr<Connection> Connection::over(std::unique_ptr<Transport> transport, ConnectionOptions options) {
+  return new Connection(std::move(transport), std::move(options));
+}
+
+std::pair<Ptr<Connection>, Ptr<Connection>> connectionPair(ConnectionOptions a,
+                                                           ConnectionOptions b) {
+  auto [first, second] = memoryTransports(kMemoryPipe);
+  return {Connection::over(std::move(first), std::move(a)),
+          Connection::over(std::move(second), std::move(b))};
+}
+
+Connection::Connection(std::unique_ptr<Transport> transport, ConnectionOptions options)
+    : transport_(std::move(transport)),
+      options_(sane(std::move(options))),
+      out_(new Out(options_.outCapacity, options_.maxUnchunkedText)),
+      in_(new In(options_.inCapacity)),
+      demuxer_(new Demuxer(out_, in_, options_.maxEntities, options_.maxPartialTexts,
+                           options_.flowOutBudget)) {
+  in_->textLimitsAre(options_.maxUnchunkedText, options_.maxText);
+  out_->peerNameIs(options_.peerName);
+  sendHello();
+}
+
+Connection::~Connection() { tearDown(); }
+
+void Connection::sendHello() {
+  out_->frameIs(FrameKind::hello, [&] {
+    out_->u32Is(kMagic);
+    out_->u16Is(kVersion);
+    out_->u16Is(kOldestVersion);
+    out_->u32Is(0);
+    out_->u32Is(static_cast<std::uint32_t>(options_.maxFrame));
+    out_->u32Is(static_cast<std::uint32_t>(options_.maxText));
+    out_->u64Is(0);
+    out_->textIs(options_.ownName.view());
+  });
+}
+
+void Connection::mountIs(Ptr<Entity> const& root, MountOptions options) {
+  if (!root) throwRangeException("null root parameter to mountIs not allowed");
+  if (root->name().size() > options_.maxNameLength) {
+    throwRangeException(format("name of root longer than %zu bytes", options_.maxNameLength));
+  }
+  if (!isOpen()) return;
+  for (OwnMount const& mount : ownMounts_) {
+    if (mount.root == root) return;
+    if (mount.root->name() == root->name()) {
+      throwNameInUseException(String8("a root with the name ") + root->name() +
+                              " is mounted already");
+    }
+  }
+  if (root->zolNboAttrLogSa(out_)) {
+    throwRangeException(root->name() + String8(" was received over this connection"));
+  }
+  bool const writable = options.access == MountOptions::Access::writableByPeer;
+  ownMounts_.push_back({root, options, new MountContext(true, writable), {}});
+  if (state_ == State::live) announce(ownMounts_.back());
+}
+
+void Connection::announce(OwnMount& mount) {
+  unsigned int const access = mount.context->writable() ? 0U : unsigned{flagInReadOnly};
+  Ptr<Entity::ZolNboAttrLogSa> const adapter =
+      mount.root->zolNboAttrLogSaIs({flagWeak | access}, 1, out_, mount.context.get());
+  adapter->zolOnInit();
+  mount.id = adapter->entityId();
+  out_->frameIs(FrameKind::mount, [&] {
+    out_->u64Is(mount.id.value);
+    out_->u8Is(static_cast<std::uint8_t>(mount.options.access));
+    out_->textIs(mount.root->name().view());
+  });
+  adapter->doSerializeOrphan();
+}
+
+Ptr<Entity> Connection::mounted(Name const& name) const {
+  for (PeerMount const& mount : peerMounts_) {
+    if (mount.name == name) return mount.root;
+  }
+  return nullptr;
+}
+
+std::vector<Name> Connection::mountedNames() const {
+  std::vector<Name> names;
+  for (PeerMount const& mount : peerMounts_) {
+    if (mount.root) names.push_back(mount.name);
+  }
+  return names;
+}
+
+bool Connection::synced(Name const& name) const {
+  for (PeerMount const& mount : peerMounts_) {
+    if (mount.name == name) return mount.context->synced();
+  }
+  return false;
+}
+
+bool Connection::pump() {
+  if (!isOpen() || pumping_ || demuxer_->dispatching()) return false;
+  Ptr<Connection> const hold(this);
+  pumping_ = true;
+  bool worked = false;
+  if (state_ == State::live) {
+    worked = demuxer_->turn();
+    worked = sendSynced() || worked;
+  }
+  worked = sendBytes() || worked;
+  try {
+    worked = receiveBytes() || worked;
+    worked = dispatchFrames() || worked;
+    if (ended_ && !wholeFrameWaits()) {
+      std::string const where = in_->available() != 0 ? " inside a frame" : "";
+      fail("the peer has gone" + where + (ended_->empty() ? "" : ": " + *ended_));
+    }
+  } catch (MalformedMessageException const& malformed) {
+    fail(malformed.what());
+  }
+  pumping_ = false;
+  if (closeRequested_) close();
+  return worked;
+}
+
+bool Connection::sendSynced() {
+  if (!demuxer_->idle()) return false;
+  bool sent = false;
+  for (OwnMount const& mount : ownMounts_) {
+    if (mount.context->synced() || mount.id.value == 0) continue;
+    mount.context->syncedIs(true);
+    out_->frameIs(FrameKind::synced, [&] { out_->u64Is(mount.id.value); });
+    sent = true;
+  }
+  return sent;
+}
+
+bool Connection::sendBytes() {
+  bool sent = false;
+  while (!ended_ && !out_->pending().empty()) {
+    Transport::Result result = transport_->write(out_->pending());
+    if (result.state == Transport::Result::State::ended) ended_ = std::move(result.reason);
+    if (result.state != Transport::Result::State::moved) break;
+    out_->sent(result.bytes);
+    counters_.bytesOut += result.bytes;
+    sent = true;
+  }
+  return sent;
+}
+
+bool Connection::receiveBytes() {
+  bool received = false;
+  while (!in_->room().empty()) {
+    Transport::Result result = transport_->read(in_->room());
+    if (result.state == Transport::Result::State::ended && !ended_) {
+      ended_ = std::move(result.reason);
+    }
+    if (result.state != Transport::Result::State::moved) break;
+    in_->received(result.bytes);
+    counters_.bytesIn += result.bytes;
+    received = true;
+  }
+  return received;
+}
+
+bool Connection::wholeFrameWaits() const {
+  return in_->available() >= kLengthSize && in_->available() - kLengthSize >= in_->peekU32();
+}
+
+bool Connection::dispatchFrames() {
+  std::size_t frames = 0;
+  while (isOpen() && !closeRequested_ && frames < options_.framesPerPump &&
+         in_->available() >= kLengthSize) {
+    std::size_t const length = in_->peekU32();
+    std::size_t const limit =
+        state_ == State::hello ? options_.maxBytesBeforeHello : options_.maxFrame;
+    if (length == 0 || length > limit) {
+      in_->malformed("frame of " + std::to_string(length) + " bytes, 1 to " +
+                     std::to_string(limit) + " allowed");
+    }
+    if (!wholeFrameWaits()) break;
+    In::Position const end = in_->position() + kLengthSize + length;
+    in_->positionIs(in_->position() + kLengthSize);
+    in_->boundIs(end);
+    frameArrived();
+    in_->positionIs(end);
+    ++frames;
+  }
+  return frames != 0;
+}
+
+void Connection::close() {
+  if (!isOpen()) return;
+  if (pumping_ || demuxer_->dispatching()) {
+    closeRequested_ = true;
+    return;
+  }
+  out_->frameIs(FrameKind::bye, [&] { out_->textIs(""); });
+  sendBytes();
+  tearDown();
+}
+
+void Connection::fail(std::string reason) {
+  if (!isOpen()) return;
+  error_ = std::move(reason);
+  tearDown();
+}
+
+void Connection::tearDown() {
+  if (state_ == State::closed) return;
+  state_ = State::closed;
+  demuxer_->shutDown();
+  transport_->close();
+}
+
+ConnectionCounters Connection::counters() const {
+  ConnectionCounters all = counters_;
+  all.messagesOut = out_->messagesCommitted();
+  all.dropped = out_->dropped();
+  all.unknown += demuxer_->unknownAttributes();
+  all.unknownEnums = demuxer_->unknownEnums();
+  all.coalesced = demuxer_->coalesced();
+  all.listenerFailures += demuxer_->listenerFailures();
+  return all;
+}
+
+}  // namespace Zol::NboAttrLog

@@ -1,0 +1,191 @@
+// One end of an attribute log.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/zol/attrlog/demuxer.h"
+#include "host/zol/attrlog/transport.h"
+#include "host/zol/entity.h"
+
+namespace Zol::NboAttrLog {
+
+// Sizes are in bytes. What a peer does beyond a limit closes the connection, unless said otherwise.
+struct ConnectionOptions {
+  // The name that this end gives of itself in its hello.
+  Name ownName;
+  // What this end calls the other; empty: the name that the peer gives of itself.
+  Name peerName;
+  // Soft limit of what waits to be sent; raised to at least 64 KiB.
+  std::size_t outCapacity = std::size_t{256} << 10;
+  // Ring of received bytes; raised to hold one frame.
+  std::size_t inCapacity = std::size_t{512} << 10;
+  std::size_t maxFrame = std::size_t{256} << 10;
+  // Names and keys, which go in one piece. A longer one of our own is dropped and counted.
+  std::size_t maxUnchunkedText = 65535;
+  std::size_t maxText = std::size_t{16} << 20;
+  // All texts under way together.
+  std::size_t maxPartialTexts = std::size_t{32} << 20;
+  std::size_t maxBytesBeforeHello = 4096;
+  std::size_t maxNameLength = 255;
+  std::size_t maxOrphanSections = 8;
+  std::size_t maxTypeNames = 16;
+  // Entities bound by the peer, and those without a parent among them; beyond it a message is
+  // refused.
+  std::size_t maxEntities = 1000000;
+  std::size_t maxOrphans = 100000;
+  std::size_t maxMounts = 1024;
+  // One turn takes in at most so many frames, and its flow-outs write at most so many bytes.
+  std::size_t framesPerPump = 1024;
+  std::size_t flowOutBudget = std::size_t{256} << 10;
+};
+
+struct MountOptions {
+  enum class Access : std::uint8_t { readOnlyForPeer = 0, writableByPeer = 1 };
+  static constexpr Access readOnlyForPeer = Access::readOnlyForPeer;
+  static constexpr Access writableByPeer = Access::writableByPeer;
+
+  Access access = Access::readOnlyForPeer;
+};
+
+// What went over a connection. Messages are data messages about attributes.
+struct ConnectionCounters {
+  std::uint64_t messagesOut = 0;
+  std::uint64_t messagesIn = 0;
+  std::uint64_t bytesOut = 0;
+  std::uint64_t bytesIn = 0;
+  // Messages of the peer that changed nothing: not allowed, or not applicable.
+  std::uint64_t refused = 0;
+  // Messages about entities or attributes that this end does not know, and frames of unknown kind.
+  std::uint64_t unknown = 0;
+  // Changes that left no message of their own, because one message carried several.
+  std::uint64_t coalesced = 0;
+  // Enumerators that this end does not know; their numbers were applied.
+  std::uint64_t unknownEnums = 0;
+  // Messages of ours that were dropped for a name or key that is too long.
+  std::uint64_t dropped = 0;
+  // Exceptions out of a listener's exception handler while a message was applied; the change
+  // stands.
+  std::uint64_t listenerFailures = 0;
+};
+
+// One end of a log between two processes, or inside one. It has no thread: its owner calls `pump()`
+// whenever the descriptor is readable or writable, or something has changed.
+//
+//   auto connection = Connection::overFd( fd, options );
+//   connection->mountIs( config, {} );          // the peer gets a replica, kept up to date
+//   while( connection->isOpen() ) { poll( ... ); while( connection->pump() ) {} }
+//
+// The trap: inside a listener `pump()` does nothing, and `close()` takes effect when the turn ends.
+class ZOL_EXPORT Connection final : public PtrInterface {
+ public:
+  // Over a stream socket or pipe, which is made non-blocking and closed with the connection.
+  static Ptr<Connection> overFd(int fd, ConnectionOptions options);
+  static Ptr<Connection> over(std::unique_ptr<Transport> transport, ConnectionOptions options);
+  ~Connection() override;
+
+  [[nodiscard]] Ptr<Out> const& out() const noexcept { return out_; }
+  [[nodiscard]] Ptr<In> const& in() const noexcept { return in_; }
+  [[nodiscard]] Ptr<Demuxer> const& demuxer() const noexcept { return demuxer_; }
+  [[nodiscard]] Name const& peerName() const noexcept { return options_.peerName; }
+
+  // Announces the root to the peer, catches it up and keeps it up to date. Before the peer's hello
+  // the request is kept. Again for the same root: nothing. Throws `RangeException` for a null root,
+  // for a name longer than `maxNameLength` bytes, and for a root that this connection received;
+  // `NameInUseException` when another root of that name is mounted. Nothing happens on a closed
+  // end.
+  void mountIs(Ptr<Entity> const& root, MountOptions options = {});
+  // The root that the peer announced under the name, or null.
+  [[nodiscard]] Ptr<Entity> mounted(Name const& name) const;
+  // The names of the roots that the peer announced.
+  [[nodiscard]] std::vector<Name> mountedNames() const;
+  // True once the peer has said that its first catch-up of that root is complete.
+  [[nodiscard]] bool synced(Name const& name) const;
+
+  // One turn: owed flow-outs while there is room, bytes out, messages in. False when there was
+  // nothing to do. Call it until it is false, then wait for the descriptor.
+  bool pump();
+  // Says goodbye, sends what can be sent at once, and ends the connection.
+  void close();
+  [[nodiscard]] bool isOpen() const noexcept { return state_ != State::closed; }
+  // The reason why the connection ended; empty while it is open, and after `close()`.
+  [[nodiscard]] std::string const& error() const noexcept { return error_; }
+
+  // For the owner's poll loop. -1 for a connection inside the process.
+  [[nodiscard]] int fd() const { return transport_->fd(); }
+  [[nodiscard]] bool wantsRead() const noexcept { return isOpen(); }
+  [[nodiscard]] bool wantsWrite() const noexcept { return isOpen() && !out_->pending().empty(); }
+
+  [[nodiscard]] ConnectionCounters counters() const;
+
+ private:
+  // What is awaited: the peer's hello, then messages, then nothing.
+  enum class State : std::uint8_t { hello, live, closed };
+  struct OwnMount {
+    Ptr<Entity> root;
+    MountOptions options;
+    Ptr<MountContext> context;
+    EntityId id;
+  };
+  struct PeerMount {
+    EntityId id;
+    Name name;
+    Ptr<MountContext> context;
+    Ptr<Entity> root;  // null until the root itself has been announced
+  };
+
+  Connection(std::unique_ptr<Transport> transport, ConnectionOptions options);
+
+  void announce(OwnMount& mount);
+  void sendHello();
+  bool sendSynced();
+  bool receiveBytes();
+  [[nodiscard]] bool wholeFrameWaits() const;
+  bool dispatchFrames();
+  bool sendBytes();
+  void fail(std::string reason);
+  void tearDown();
+
+  void frameArrived();
+  void helloArrived();
+  void mountArrived();
+  void dataArrived();
+  void orphanArrived();
+  void markArrived();
+  void syncedArrived();
+  void forgetArrived();
+  void byeArrived();
+  [[nodiscard]] Name nameArrived(char const* what);
+  void requireFrameEnd(char const* kind);
+  [[nodiscard]] PeerMount* peerMount(EntityId id);
+  // Runs a call of an adapter that applies a message, and judges what comes out of it.
+  template <class Call>
+  void apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call);
+
+  std::unique_ptr<Transport> transport_;
+  ConnectionOptions options_;
+  Ptr<Out> out_;
+  Ptr<In> in_;
+  Ptr<Demuxer> demuxer_;
+  State state_ = State::hello;
+  bool pumping_ = false;
+  bool closeRequested_ = false;
+  // The transport has ended, with this reason; what it brought is taken in first.
+  std::optional<std::string> ended_;
+  std::string error_;
+  std::vector<OwnMount> ownMounts_;
+  std::vector<PeerMount> peerMounts_;
+  std::map<std::uint64_t, Ptr<Entity>> orphans_;
+  ConnectionCounters counters_;
+};
+
+// Two connected ends inside this process, for tests and benchmarks.
+[[nodiscard]] ZOL_EXPORT std::pair<Ptr<Connection>, Ptr<Connection>> connectionPair(
+    ConnectionOptions a = {}, ConnectionOptions b = {});
+
+}  // namespace Zol::NboAttrLog

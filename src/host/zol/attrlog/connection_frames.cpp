@@ -1,0 +1,308 @@
+// What a connection does with the frames of its peer.
+#include "host/zol/attrlog/connection.h"
+#include "host/zol/attrlog/stream_adapter.h"
+#include "host/zol/registry/zol_type.h"
+
+namespace Zol::NboAttrLog {
+
+namespace {
+
+// A peer must take in our largest messages.
+constexpr std::uint32_t kMinPeerFrame = 128 * 1024;
+
+}  // namespace
+
+void Connection::frameArrived() {
+  std::uint8_t const number = in_->nextU8();
+  auto const kind = static_cast<FrameKind>(number);
+  if ((state_ == State::hello) != (kind == FrameKind::hello)) {
+    in_->malformed(state_ == State::hello ? "the peer sent no hello: is it an attribute log?"
+                                          : "second hello");
+  }
+  switch (kind) {
+    case FrameKind::hello:
+      return helloArrived();
+    case FrameKind::mount:
+      return mountArrived();
+    case FrameKind::data:
+      return dataArrived();
+    case FrameKind::mark:
+      return markArrived();
+    case FrameKind::synced:
+      return syncedArrived();
+    case FrameKind::forget:
+      return forgetArrived();
+    case FrameKind::bye:
+      return byeArrived();
+  }
+  if ((number & kSkippableKind) == 0) {
+    in_->malformed("frame of unknown kind " + std::to_string(number));
+  }
+  ++counters_.unknown;
+}
+
+void Connection::requireFrameEnd(char const* kind) {
+  if (in_->left() != 0) {
+    in_->malformed(std::string(kind) + " frame with " + std::to_string(in_->left()) +
+                   " bytes too many");
+  }
+}
+
+Name Connection::nameArrived(char const* what) {
+  Name name = in_->nextString();
+  if (name.size() > options_.maxNameLength) {
+    in_->malformed(std::string(what) + " of " + std::to_string(name.size()) + " bytes, at most " +
+                   std::to_string(options_.maxNameLength) + " allowed");
+  }
+  return name;
+}
+
+void Connection::helloArrived() {
+  if (in_->nextU32() != kMagic) in_->malformed("wrong magic in hello: is it an attribute log?");
+  std::uint16_t const version = in_->nextU16();
+  std::uint16_t const oldest = in_->nextU16();
+  if (version < kOldestVersion || kVersion < oldest) {
+    in_->malformed("no common version: the peer speaks " + std::to_string(oldest) + " to " +
+                   std::to_string(version) + ", this end " + std::to_string(kOldestVersion) +
+                   " to " + std::to_string(kVersion));
+  }
+  in_->nextU32();  // features: none yet
+  std::uint32_t const maxFrame = in_->nextU32();
+  if (maxFrame < kMinPeerFrame) {
+    in_->malformed("the peer takes frames of " + std::to_string(maxFrame) +
+                   " bytes, this end needs " + std::to_string(kMinPeerFrame));
+  }
+  in_->nextU32();  // longest text; ours are cut by our own limit
+  in_->nextU64();  // schema hash: a difference is no error
+  Name const name = nameArrived("name of the peer");
+  requireFrameEnd("hello");
+  if (options_.peerName.empty()) options_.peerName = name;
+  out_->peerNameIs(options_.peerName);
+  state_ = State::live;
+  for (OwnMount& mount : ownMounts_) announce(mount);
+}
+
+void Connection::mountArrived() {
+  EntityId const id = in_->nextEntityId();
+  std::uint8_t const access = in_->nextU8();
+  if (access > 1) in_->malformed("mount with access " + std::to_string(access));
+  Name const name = nameArrived("name of a root");
+  requireFrameEnd("mount");
+  if (id.reserved() || id.unified() || !id.fromPeer()) in_->malformed("mount with a reserved id");
+  for (PeerMount const& mount : peerMounts_) {
+    if (mount.id == id || mount.name == name) {
+      ++counters_.refused;
+      return;
+    }
+  }
+  if (peerMounts_.size() >= options_.maxMounts) {
+    ++counters_.refused;
+    return;
+  }
+  peerMounts_.push_back({id, name, new MountContext(false, access == 1), nullptr});
+}
+
+Connection::PeerMount* Connection::peerMount(EntityId id) {
+  for (PeerMount& mount : peerMounts_) {
+    if (mount.id == id) return &mount;
+  }
+  return nullptr;
+}
+
+template <class Call>
+void Connection::apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call) {
+  Ptr<Entity::ZolNboAttrLogSa> const holdAdapter(&adapter);
+  Ptr<Entity> const holdEntity(adapter.entity());
+  auto const dropPartialText = [&] {
+    Ptr<FlowIn> const flow = demuxer_->flowIn(adapter.entityId());
+    if (flow && flow->aid() == id) demuxer_->flowInDel(adapter.entityId());
+  };
+  try {
+    Demuxer::DispatchScope const scope(*demuxer_, holdEntity.get());
+    call();
+  } catch (MalformedMessageException const&) {
+    throw;
+  } catch (Exception const&) {
+    ++counters_.refused;
+    dropPartialText();
+  } catch (...) {
+    ++counters_.listenerFailures;
+    dropPartialText();
+  }
+  // A notification pass swallows what is thrown inside it, but not this.
+  if (!in_->error().empty()) throw MalformedMessageException(in_->error());
+}
+
+void Connection::dataArrived() {
+  EntityId const id = in_->nextEntityId();
+  auto const attrId = static_cast<AttributeId>(in_->nextU32());
+  std::uint8_t const bits = in_->nextU8();
+  std::uint32_t const fixedSize = (bits & kDataFixedSize) != 0 ? in_->nextU32() : 0;
+  if ((bits & kDataChildMark) != 0) in_->nextU32();
+  if ((bits & kDataSeen) != 0) in_->nextU32();
+  auto const size = static_cast<unsigned int>(in_->left());
+  if ((bits & kDataVariable) == 0 && size != fixedSize) {
+    in_->malformed("payload of " + std::to_string(size) + " bytes, " + std::to_string(fixedSize) +
+                   " announced");
+  }
+  ++counters_.messagesIn;
+  if (id == kOrphanEntityId) {
+    if (attrId == kOrphanAttrId) return orphanArrived();
+    ++counters_.unknown;
+    return;
+  }
+  Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
+  if (!adapter) {
+    ++counters_.unknown;
+    return;
+  }
+  In::Position const payload = in_->position();
+  auto const dispatch = [&](AttributeId what) {
+    in_->positionIs(payload);
+    adapter->handleAttrDeserialization(what, {}, size, nullptr);
+  };
+  // The source has another entity under the key than this replica: the member here goes first. An
+  // announcement begins with the key, as a removal does.
+  auto const replace = [&] {
+    dispatch(-attrId);
+    dispatch(attrId);
+  };
+  bool const replica = !adapter->has(flagInReadOnly);
+  apply(*adapter, attrId, [&] {
+    try {
+      dispatch(attrId);
+    } catch (GiveWayException const&) {
+      replace();
+    } catch (NameInUseException const&) {
+      if (!replica || attrId < 0) throw;
+      replace();
+    }
+  });
+}
+
+void Connection::orphanArrived() {
+  std::vector<String8> typeNames;
+  In::Position parameters = 0;
+  In::Position parametersEnd = 0;
+  EntityId id;
+  In::Position const messageEnd = in_->bound();
+  for (std::size_t sections = 0; in_->left() != 0; ++sections) {
+    if (sections == options_.maxOrphanSections) in_->malformed("too many sections in an orphan");
+    std::uint8_t const section = in_->nextU8();
+    std::uint32_t const length = in_->nextU32();
+    if (length > in_->left()) {
+      in_->malformed("section of " + std::to_string(length) + " bytes in an orphan with " +
+                     std::to_string(in_->left()) + " left");
+    }
+    In::Position const end = in_->position() + length;
+    in_->boundIs(end);
+    if (section == static_cast<std::uint8_t>(PayloadSection::types)) {
+      while (in_->left() != 0) {
+        if (typeNames.size() == options_.maxTypeNames)
+          in_->malformed("too many types in an orphan");
+        typeNames.push_back(nameArrived("name of a type"));
+      }
+    } else if (section == static_cast<std::uint8_t>(PayloadSection::constructorParameters)) {
+      parameters = in_->position();
+      parametersEnd = end;
+    } else if (section == static_cast<std::uint8_t>(PayloadSection::entityId)) {
+      id = in_->nextEntityId();
+    }
+    in_->boundIs(messageEnd);
+    in_->positionIs(end);
+  }
+  if (id.reserved()) in_->malformed("orphan without an entity id");
+
+  ZolType const* type = nullptr;
+  for (String8 const& name : typeNames) {
+    if ((type = ZolType::typeNode(name))) break;
+  }
+  PeerMount* const mount = peerMount(id);
+  if (!type || (!mount && orphans_.size() >= options_.maxOrphans)) {
+    ++counters_.refused;
+    return;
+  }
+  if (Entity const* const known = demuxer_->entity(id)) {
+    if (known->fwkType() != type) ++counters_.refused;
+    return;
+  }
+  Ptr<Entity> entity;
+  try {
+    demuxer_->requireAnnounceable(id, nullptr);
+    in_->positionIs(parameters);
+    in_->boundIs(parametersEnd);
+    entity = type->newEntity(in_, {}, 0, nullptr);
+    in_->boundIs(messageEnd);
+  } catch (MalformedMessageException const&) {
+    throw;
+  } catch (Exception const&) {
+    ++counters_.refused;
+    return;
+  }
+  if (mount && entity->name() != mount->name)
+    in_->malformed("root under another name than mounted");
+  Ptr<MountContext> const context = mount ? mount->context : Ptr(new MountContext(false, false));
+  unsigned int const access = context->writable() ? 0U : unsigned{flagOutReadOnly};
+  Ptr<Entity::ZolNboAttrLogSa> const adapter =
+      entity->zolNboAttrLogSaIs({flagWeak | access}, 1, out_, context.get());
+  adapter->doEntityIdIs(id, *demuxer_, true);
+  if (mount) {
+    mount->root = entity;
+  } else {
+    orphans_[id.value] = entity;
+  }
+}
+
+void Connection::markArrived() {
+  EntityId const id = in_->nextEntityId();
+  auto const attrId = static_cast<AttributeId>(in_->nextU32());
+  std::uint8_t const type = in_->nextU8();
+  std::uint32_t const n = in_->nextU32();
+  if (type > 2) in_->malformed("mark of type " + std::to_string(type));
+  requireFrameEnd("mark");
+  Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
+  if (!adapter) {
+    ++counters_.unknown;
+    return;
+  }
+  // Only the owner of a mount may mark and sweep: a peer must not empty the owner's tree.
+  auto const* const context = dynamic_cast<MountContext const*>(adapter->msgChannelEntry());
+  auto const transaction = static_cast<StreamAdapter::AttrTransactionType>(type);
+  bool const owner = context && context->owner();
+  if (adapter->has(flagInReadOnly) ||
+      (owner && transaction != StreamAdapter::AttrTransactionType::abort)) {
+    ++counters_.refused;
+    return;
+  }
+  apply(*adapter, attrId, [&] { adapter->handleAttrTransaction(attrId, transaction, n); });
+}
+
+void Connection::syncedArrived() {
+  EntityId const id = in_->nextEntityId();
+  requireFrameEnd("synced");
+  if (PeerMount const* const mount = peerMount(id)) {
+    mount->context->syncedIs(true);
+  } else {
+    ++counters_.unknown;
+  }
+}
+
+void Connection::forgetArrived() {
+  EntityId const id = in_->nextEntityId();
+  requireFrameEnd("forget");
+  auto const orphan = orphans_.find(id.value);
+  if (orphan == orphans_.end()) {
+    ++counters_.unknown;
+    return;
+  }
+  demuxer_->reactorDel(id);
+  orphans_.erase(orphan);
+}
+
+void Connection::byeArrived() {
+  String8 const reason = in_->nextString();
+  requireFrameEnd("bye");
+  fail("closed by the peer" + (reason.empty() ? "" : ": " + std::string(reason.view())));
+}
+
+}  // namespace Zol::NboAttrLog

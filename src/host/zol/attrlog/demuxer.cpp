@@ -1,0 +1,286 @@
+#include "host/zol/attrlog/demuxer.h"
+
+#include <algorithm>
+
+#include "host/zol/attrlog/dispatching.h"
+#include "host/zol/attrlog/stream_adapter.h"
+#include "host/zol/expect.h"
+
+namespace Zol {
+
+GiveWayException::~GiveWayException() = default;
+
+namespace NboAttrLog {
+
+namespace {
+
+thread_local Demuxer* currentDemuxer = nullptr;
+
+[[noreturn]] void refuseId(EntityId id, char const* reason) {
+  throw AttrLogEntityException(
+      format("entity id %#llx refused: %s", static_cast<unsigned long long>(id.value), reason));
+}
+
+}  // namespace
+
+Demuxer* dispatchingDemuxer() noexcept { return currentDemuxer; }
+
+Demuxer::DispatchScope::DispatchScope(Demuxer& demuxer, Entity const* entity)
+    : demuxer_(demuxer), former_(currentDemuxer) {
+  currentDemuxer = &demuxer;
+  demuxer_.dispatch_ = entity;
+  demuxer_.dispatchDepth_ = Expect::depth();
+}
+
+Demuxer::DispatchScope::~DispatchScope() {
+  demuxer_.dispatch_ = nullptr;
+  currentDemuxer = former_;
+}
+
+Demuxer::Demuxer(Ptr<Out> out, Ptr<In> in, std::size_t maxEntities, std::size_t maxPartialTexts,
+                 std::size_t turnBudget)
+    : out_(std::move(out)),
+      in_(std::move(in)),
+      maxEntities_(maxEntities),
+      maxPartialTexts_(maxPartialTexts),
+      turnBudget_(turnBudget) {
+  out_->ownerIs(in_.get(), this);
+  in_->demuxerIs(this);
+}
+
+Demuxer::~Demuxer() { shutDown(); }
+
+EntityId Demuxer::idAllocate() {
+  do {
+    nextId_ += 2;
+  } while (EntityId(nextId_ - 2).reserved());
+  return EntityId(nextId_ - 2);
+}
+
+bool Demuxer::allocatedHere(EntityId id) const noexcept {
+  return !id.fromPeer() && id.value != 0 && id.value < nextId_;
+}
+
+void Demuxer::reactorIs(EntityId id, Entity::ZolNboAttrLogSa* adapter) {
+  reactors_[id.value] = adapter;
+}
+
+Entity::ZolNboAttrLogSa* Demuxer::reactor(EntityId id) const {
+  auto const found = reactors_.find(id.value);
+  return found == reactors_.end() ? nullptr : found->second.get();
+}
+
+Entity* Demuxer::entity(EntityId id) const {
+  Entity::ZolNboAttrLogSa const* const adapter = reactor(id);
+  return adapter ? adapter->entity() : nullptr;
+}
+
+void Demuxer::idDel(EntityId id) {
+  if (reactors_.erase(id.value) != 0 && id.fromPeer()) --boundByPeer_;
+  flowIns_.erase(id.value);
+}
+
+void Demuxer::reactorDel(EntityId id) {
+  Ptr<Entity::ZolNboAttrLogSa> const adapter(reactor(id));
+  if (!adapter) return;
+  flowOutDel(*adapter);
+  dequeue(*adapter);
+  for (EntityId const other : adapter->otherIds_) idDel(other);
+  adapter->otherIds_.clear();
+  idDel(adapter->entityId_);
+}
+
+void Demuxer::bind(Entity::ZolNboAttrLogSa& adapter, EntityId id) {
+  Entity::ZolNboAttrLogSa const* const known = reactor(id);
+  if (known && known != &adapter) in_->malformed("entity id announced for two entities");
+  if (!known) {
+    if (adapter.entityId_.value == 0) {
+      adapter.entityId_ = id;
+    } else if (adapter.entityId_.fromPeer() == id.fromPeer()) {
+      idDel(adapter.entityId_);
+      adapter.entityId_ = id;
+    } else {
+      // Both ends have made the child at once: messages come under either id, and go under the
+      // first.
+      adapter.otherIds_.push_back(id);
+    }
+    reactorIs(id, &adapter);
+    if (id.fromPeer()) ++boundByPeer_;
+  }
+  adapter.walkDone_ = true;
+  adapter.recomputeBits();
+}
+
+void Demuxer::requireAnnounceable(EntityId id, Entity const* parent) const {
+  if (id.reserved()) refuseId(id, "reserved");
+  if (id.unified()) refuseId(id, "ids shared between connections are not used");
+  if (!id.fromPeer() && !allocatedHere(id)) refuseId(id, "never allocated");
+  if (Entity const* const bound = entity(id)) {
+    if (bound->zolParent() != parent) refuseId(id, "names an entity with another parent");
+  } else if (boundByPeer_ >= maxEntities_) {
+    refuseId(id, "too many entities");
+  }
+}
+
+bool Demuxer::checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed) {
+  Entity const* const bound = entity(id);
+  if (keyed && bound && bound != present) refuseId(id, "names another entity");
+  if (!present) return false;
+  Ptr<Entity::ZolNboAttrLogSa> const adapter = present->zolNboAttrLogSa(out_);
+  if (!adapter || adapter->entityId_.value == 0 || adapter->entityId_ == id) return false;
+  if (adapter->entityId_.fromPeer() != id.fromPeer()) return false;
+  if (keyed) throw GiveWayException("replaced by its source");
+  return true;
+}
+
+void Demuxer::createFlowOut(StreamAdapter& adapter, ConnectDesc const& desc, bool flag,
+                            AttributeId start) {
+  auto& entityAdapter = static_cast<Entity::ZolNboAttrLogSa&>(adapter);
+  if (!adapter.flowOut_) {
+    adapter.flowOut_ = adapter.flowOutIs(out_, desc, flag, start);
+    entityAdapter.resume_ = 0;
+    entityAdapter.recomputeBits();
+  }
+  enqueue(entityAdapter);
+}
+
+void Demuxer::flowOutDel(Entity::ZolNboAttrLogSa& adapter) {
+  if (!adapter.flowOut_) return;
+  adapter.freeResyncState(adapter.flowOut_);
+  adapter.flowOut_ = nullptr;
+  adapter.resume_ = 0;
+  adapter.parked_ = false;
+  adapter.idleRounds_ = 0;
+  adapter.recomputeBits();
+}
+
+void Demuxer::enqueue(Entity::ZolNboAttrLogSa& adapter) {
+  adapter.parked_ = false;
+  if (adapter.queued_) return;
+  adapter.queued_ = true;
+  queue_.emplace_back(&adapter);
+}
+
+void Demuxer::dequeue(Entity::ZolNboAttrLogSa& adapter) {
+  if (!adapter.queued_) return;
+  adapter.queued_ = false;
+  std::erase_if(queue_, [&](auto const& queued) { return queued.get() == &adapter; });
+}
+
+void Demuxer::announcementCommitted(EntityId id) {
+  if (Entity::ZolNboAttrLogSa* const adapter = reactor(id)) adapter->announcementCommitted();
+}
+
+void Demuxer::announceOrphan(Entity& entity) {
+  if (!orphanContext_) orphanContext_ = new MountContext(true, false);
+  Out::NestedMessage const nested(*out_);
+  Ptr<Entity::ZolNboAttrLogSa> const adapter =
+      entity.zolNboAttrLogSaIs({flagInReadOnly | flagWeak}, 1, out_, orphanContext_.get());
+  adapter->zolOnInit();
+  adapter->doSerializeOrphan();
+}
+
+bool Demuxer::continueFlowOut() {
+  if (out_->freeSpace() < out_->maxMessageSize() || out_->bytesCommitted() >= turnEnd_) {
+    stopped_ = true;
+  }
+  return !stopped_;
+}
+
+bool Demuxer::turn() {
+  turnEnd_ = out_->bytesCommitted() + turnBudget_;
+  std::size_t const round = queue_.size();
+  bool worked = false;
+  for (std::size_t i = 0; i < round && !queue_.empty(); ++i) {
+    stopped_ = false;
+    if (!continueFlowOut()) break;
+    Ptr<Entity::ZolNboAttrLogSa> const adapter = std::move(queue_.front());
+    queue_.pop_front();
+    adapter->queued_ = false;
+    Ptr<Entity> const entity(adapter->entity());
+    run(*adapter);
+    worked = true;
+  }
+  return worked;
+}
+
+void Demuxer::run(Entity::ZolNboAttrLogSa& adapter) {
+  Ptr<FlowOut> const flow = adapter.flowOut_;
+  if (!flow) return;
+  AttributeId start = adapter.resume_;
+  if (start == 0 && flow->hasValueIter() && flow->start() == kOwesOnlyMarks) {
+    start = flow->attrId();
+  }
+  std::uint64_t const before = out_->bytesCommitted();
+  struct Scheduled {
+    explicit Scheduled(Out& out) : out_(out) { out_.scheduledIs(true); }
+    ~Scheduled() { out_.scheduledIs(false); }
+    Out& out_;
+  };
+  AttributeId next = 0;
+  {
+    Scheduled const scope(*out_);
+    next = adapter.handleAttrFlowOut(start);
+  }
+  stopped_ = false;
+  if (adapter.flowOut_ != flow) return;
+  bool const wrote = out_->bytesCommitted() != before;
+  adapter.idleRounds_ = wrote ? 0 : adapter.idleRounds_ + 1;
+  if (next == 0 && !flow->hasDirtyAttributes()) {
+    adapter.flowOut_ = nullptr;
+    adapter.resume_ = 0;
+    adapter.idleRounds_ = 0;
+    adapter.walkDone_ = true;
+    adapter.recomputeBits();
+    return;
+  }
+  adapter.resume_ = next;
+  bool const waits = (next != 0 && flow->blocked()) || (next == 0 && adapter.idleRounds_ >= 2);
+  if (waits) {
+    adapter.parked_ = true;
+  } else {
+    enqueue(adapter);
+  }
+}
+
+Ptr<FlowIn> Demuxer::flowIn(EntityId const& id) const {
+  auto const found = flowIns_.find(id.value);
+  return found == flowIns_.end() ? nullptr : found->second;
+}
+
+Ptr<FlowIn> Demuxer::flowInIs(EntityId const& id) {
+  Ptr<FlowIn>& flow = flowIns_[id.value];
+  if (!flow) flow = new FlowIn(partialBytes_);
+  return flow;
+}
+
+void Demuxer::partialTextGrew(FlowIn& flow) {
+  if (flow.accounted() > maxPartialTexts_) {
+    in_->malformed("partial texts of more than " + std::to_string(maxPartialTexts_) + " bytes");
+  }
+}
+
+bool Demuxer::dispatchConcerns(Entity const& entity) const noexcept {
+  return dispatch_ && Expect::depth() == dispatchDepth_ + 1 &&
+         (&entity == dispatch_ || entity.zolParent() == dispatch_);
+}
+
+void Demuxer::shutDown() {
+  queue_.clear();
+  flowIns_.clear();
+  auto const reactors = std::move(reactors_);
+  reactors_.clear();
+  for (auto const& [id, adapter] : reactors) {
+    adapter->queued_ = false;
+    flowOutDel(*adapter);
+    adapter->hasNotificationActiveIs(false);
+    adapter->outDel();
+    adapter->entityId_ = {};
+  }
+  out_->ownerIs(nullptr, nullptr);
+  in_->demuxerIs(nullptr);
+}
+
+}  // namespace NboAttrLog
+
+}  // namespace Zol

@@ -1,0 +1,149 @@
+// Finds the adapter that a message is for, and runs the flow-outs of all adapters that owe
+// something.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <unordered_map>
+
+#include "host/zol/attrlog/flow.h"
+#include "host/zol/attrlog/in.h"
+
+namespace Zol {
+
+class MountContext;
+
+// Thrown while a keyed child is read: the present member under the key belongs to an entity that
+// the source has replaced. The member is removed and the message is read again.
+class ZOL_EXPORT GiveWayException : public Exception {
+ public:
+  using Exception::Exception;
+  ~GiveWayException() override;
+};
+
+namespace NboAttrLog {
+
+// One end's table of adapters by entity id, its ids, and its queue of owed flow-outs. It holds the
+// adapters; they hold no count on it.
+class ZOL_EXPORT Demuxer final : public PtrInterface {
+ public:
+  // `maxEntities`: ids that the peer may bind. `maxPartialTexts`: bytes of texts under way.
+  // `turnBudget`: bytes that the flow-outs of one turn may write before the others get their turn.
+  Demuxer(Ptr<Out> out, Ptr<In> in, std::size_t maxEntities, std::size_t maxPartialTexts,
+          std::size_t turnBudget);
+  ~Demuxer() override;
+
+  // With level 2 the sync mode neither marks nor sweeps: markers do.
+  [[nodiscard]] unsigned int syncLevel() const noexcept { return 2; }
+
+  // A fresh even id; never one that was used on this connection, nor a reserved one.
+  EntityId idAllocate();
+  [[nodiscard]] bool allocatedHere(EntityId id) const noexcept;
+  void reactorIs(EntityId id, Entity::ZolNboAttrLogSa* adapter);
+  [[nodiscard]] Entity::ZolNboAttrLogSa* reactor(EntityId id) const;
+  // The entity whose adapter has the id, or null.
+  [[nodiscard]] Entity* entity(EntityId id) const;
+  // Drops the adapter with this id: its ids, its place in the queue, its flows. Silent for an
+  // unknown id.
+  void reactorDel(EntityId id);
+  // Takes one id away from an adapter that keeps another.
+  void idDel(EntityId id);
+  [[nodiscard]] std::size_t reactorCount() const noexcept { return reactors_.size(); }
+
+  // Binds an adapter to an id of the peer; see `StreamAdapter::doEntityIdIs`.
+  void bind(Entity::ZolNboAttrLogSa& adapter, EntityId id);
+  // Refuses an id that a peer must not announce for a child of `parent`.
+  void requireAnnounceable(EntityId id, Entity const* parent) const;
+  // True when the present entity is to give way to the one announced under `id`. For a keyed child
+  // it throws `GiveWayException` instead, and `AttrLogEntityException` when the id names another
+  // entity.
+  bool checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed);
+
+  // Gives the adapter a flow with this start attribute, by way of its `flowOutIs`, unless it has
+  // one.
+  void createFlowOut(StreamAdapter& adapter, ConnectDesc const& desc, bool flag, AttributeId start);
+  void flowOutDel(Entity::ZolNboAttrLogSa& adapter);
+  void enqueue(Entity::ZolNboAttrLogSa& adapter);
+  // A message that announced the entity with this id has been committed.
+  void announcementCommitted(EntityId id);
+  // Announces an entity that stands below nothing this log knows. The present message stays open.
+  void announceOrphan(Entity& entity);
+  // Pays what is owed, one flow-out per adapter, while there is room. False when nothing was to be
+  // done.
+  bool turn();
+  [[nodiscard]] bool idle() const noexcept { return queue_.empty(); }
+  // Whether the running flow-out may carry on: room for a full message, and budget. Once false,
+  // false until that flow-out has returned.
+  [[nodiscard]] bool continueFlowOut();
+
+  [[nodiscard]] Ptr<FlowIn> flowIn(EntityId const& id) const;
+  // Gives the flow, made if there is none.
+  Ptr<FlowIn> flowInIs(EntityId const& id);
+  // A partial text has grown; beyond the limit of all of them together the connection is closed.
+  void partialTextGrew(FlowIn& flow);
+  void flowInDel(EntityId const& id) { flowIns_.erase(id.value); }
+
+  void unknownEnumsInc(unsigned int count) noexcept { unknownEnums_ += count; }
+  [[nodiscard]] std::uint64_t unknownEnums() const noexcept { return unknownEnums_; }
+  void coalescedInc() noexcept { ++coalesced_; }
+  [[nodiscard]] std::uint64_t coalesced() const noexcept { return coalesced_; }
+  void unknownAttributesInc() noexcept { ++unknownAttributes_; }
+  [[nodiscard]] std::uint64_t unknownAttributes() const noexcept { return unknownAttributes_; }
+  void listenerFailuresInc() noexcept { ++listenerFailures_; }
+  [[nodiscard]] std::uint64_t listenerFailures() const noexcept { return listenerFailures_; }
+
+  // The entity whose message is being applied, and how deep in notifications the host stood then.
+  class DispatchScope;
+  [[nodiscard]] bool dispatching() const noexcept { return dispatch_ != nullptr; }
+  [[nodiscard]] bool dispatchConcerns(Entity const& entity) const noexcept;
+
+  // Ends all: adapters stop listening and are dropped; entities and listeners stay.
+  void shutDown();
+
+ private:
+  void run(Entity::ZolNboAttrLogSa& adapter);
+  void dequeue(Entity::ZolNboAttrLogSa& adapter);
+
+  Ptr<Out> out_;
+  Ptr<In> in_;
+  std::size_t const maxEntities_;
+  std::size_t const maxPartialTexts_;
+  std::size_t const turnBudget_;
+  std::shared_ptr<std::size_t> partialBytes_ = std::make_shared<std::size_t>(0);
+  std::uint64_t nextId_ = 0x20;
+  std::size_t boundByPeer_ = 0;
+  std::unordered_map<std::uint64_t, Ptr<Entity::ZolNboAttrLogSa>> reactors_;
+  std::unordered_map<std::uint64_t, Ptr<FlowIn>> flowIns_;
+  std::deque<Ptr<Entity::ZolNboAttrLogSa>> queue_;
+  std::uint64_t turnEnd_ = 0;
+  bool stopped_ = false;
+  Entity const* dispatch_ = nullptr;
+  unsigned int dispatchDepth_ = 0;
+  std::uint64_t unknownEnums_ = 0;
+  std::uint64_t coalesced_ = 0;
+  std::uint64_t unknownAttributes_ = 0;
+  std::uint64_t listenerFailures_ = 0;
+  Ptr<MountContext> orphanContext_;
+};
+
+class ZOL_EXPORT Demuxer::DispatchScope {
+ public:
+  DispatchScope(Demuxer& demuxer, Entity const* entity);
+  ~DispatchScope();
+  DispatchScope(DispatchScope const&) = delete;
+  DispatchScope& operator=(DispatchScope const&) = delete;
+
+ private:
+  Demuxer& demuxer_;
+  Demuxer* former_;
+};
+
+}  // namespace NboAttrLog
+
+// The demuxer of a connection's input; null once the connection has ended.
+[[nodiscard]] inline NboAttrLog::Demuxer* demuxFor(NboAttrLog::In const* in) {
+  return in ? in->demuxer() : nullptr;
+}
+
+}  // namespace Zol

@@ -1,0 +1,174 @@
+// What an adapter owes its stream (`FlowOut`) and what it has received in part (`FlowIn`).
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "host/zol/attrlog/out.h"
+#include "host/zol/hash_map.h"
+
+namespace Zol {
+
+// The two path texts of a connection of flows. This library always makes them empty.
+struct EntityUriPath {
+  String8 text;
+};
+struct ConnectDesc {
+  EntityUriPath from;
+  EntityUriPath to;
+};
+
+class StreamAdapter;
+
+namespace NboAttrLog {
+
+// A start attribute above all ids: a flow made with it owes nothing until something is marked.
+inline constexpr AttributeId kOwesOnlyMarks = 0x7fffffff;
+
+// One attribute's bit in a flow. Set 0 belongs to classes directly below `Entity`, where the first
+// attribute takes bit 1; set 1 to the level below, where it takes bit 0.
+struct DirtyBit {
+  std::uint8_t set = 0;
+  std::uint32_t mask = 0;
+
+  // `first` is the class's first attribute that can change.
+  static constexpr DirtyBit of(unsigned int set, AttributeId first, AttributeId id) {
+    auto const index = static_cast<unsigned int>(id - first) + (set == 0 ? 1U : 0U);
+    return {static_cast<std::uint8_t>(set), std::uint32_t{1} << index};
+  }
+};
+
+// The debt of one adapter: a bit per attribute, and a set of keys per collection, however often a
+// value changes. Of an attribute without a key the bit says that it is owed; of a collection, that
+// its full walk has been sent.
+class ZOL_EXPORT FlowOut : public PtrInterface {
+ public:
+  // `zolDataBits`: the flow-out stops at the present attribute; collections owe only their dirty
+  // keys.
+  static constexpr unsigned char kBlocked = 0x10;
+  static constexpr unsigned char kOnlyDirtyKeys = 0x4;
+
+  FlowOut(Ptr<Out> out, StreamAdapter* adapter, ConnectDesc desc, bool flag, AttributeId start);
+  ~FlowOut() override;
+
+  [[nodiscard]] AttributeId attrId() const noexcept { return attrId_; }
+  void attrIdIs(AttributeId id) noexcept { attrId_ = id; }
+  [[nodiscard]] unsigned int outstandingKeys() const noexcept { return outstandingKeys_; }
+  void outstandingKeysIs(unsigned int count) noexcept { outstandingKeys_ = count; }
+  [[nodiscard]] unsigned char zolDataBits() const noexcept { return zolDataBits_; }
+  void zolDataBitsIs(unsigned char bits) noexcept { zolDataBits_ = bits; }
+  [[nodiscard]] bool blocked() const noexcept { return (zolDataBits_ & kBlocked) != 0; }
+  void blockedIs(bool value) noexcept;
+  [[nodiscard]] AttributeId start() const noexcept { return start_; }
+
+  // The saved position of a text that stopped in the middle; at most one.
+  [[nodiscard]] bool hasValueIter() const noexcept { return valueIter_.has_value(); }
+  // Throws `InternalException` "!rsc->valueIter()" when one is saved already.
+  void valueEnq(String8::IteratorConst position);
+  // Takes the saved position; an iterator over the empty text when there is none.
+  String8::IteratorConst valueDeq();
+
+  // The key at which a collection walk goes on; at most one. Its type is the collection's key type.
+  [[nodiscard]] bool hasBookmark() const noexcept { return static_cast<bool>(bookmark_); }
+  // Throws `InternalException` "!rsc->bookmark()" when one is saved already.
+  void bookmarkEnq(Name key);
+  Name bookmarkDeq();
+  void bookmarkFree() noexcept { bookmark_.reset(); }
+
+  void pendingAbortIs(AttributeId id, bool value);
+  void pendingAbortDel(AttributeId id) { pendingAborts_.erase(id); }
+  [[nodiscard]] std::set<AttributeId> const& pendingAborts() const noexcept {
+    return pendingAborts_;
+  }
+
+  [[nodiscard]] bool bit(DirtyBit bit) const noexcept { return (bits_[bit.set] & bit.mask) != 0; }
+  void bitIs(DirtyBit bit, bool value) noexcept;
+
+  // Whether anything is owed still.
+  [[nodiscard]] virtual bool hasDirtyAttributes() const;
+
+ protected:
+  // For the constructor of a level: the attribute is owed when `start` does not lie above it.
+  void owedFromStart(DirtyBit bit, AttributeId id, bool collection) noexcept;
+  [[nodiscard]] bool owes(unsigned int set, std::uint32_t dirtyMask,
+                          std::uint32_t syncedMask) const noexcept {
+    return (bits_[set] & dirtyMask) != 0 || (~bits_[set] & syncedMask) != 0;
+  }
+
+ private:
+  Ptr<Out> out_;
+  AttributeId const start_;
+  AttributeId attrId_ = 0;
+  unsigned int outstandingKeys_ = 0;
+  unsigned char zolDataBits_ = 0;
+  std::array<std::uint32_t, 2> bits_{};
+  std::optional<String8::IteratorConst> valueIter_;
+  std::unique_ptr<Name> bookmark_;
+  std::set<AttributeId> pendingAborts_;
+};
+
+// The keys owed of one hashed collection.
+class ZOL_EXPORT DirtyNames {
+ public:
+  class Entry : public PtrInterface {
+   public:
+    explicit Entry(Name key) : key_(std::move(key)) {}
+    [[nodiscard]] Name const& zolKey() const noexcept { return key_; }
+
+    HashLink zolHashLink_;
+
+   private:
+    Name key_;
+  };
+  using Map = HashMap<Entry, Name, Entry>;
+
+  [[nodiscard]] bool empty() const noexcept { return map_.count() == 0; }
+  // False when the key was owed already.
+  bool dirtyIs(Name const& key);
+  void dirtyDel(Name const& key);
+  [[nodiscard]] Map const& map() const noexcept { return map_; }
+
+ private:
+  Map map_;
+};
+
+// What an entity has received in part: the text of attribute `aid`, so far.
+class ZOL_EXPORT FlowIn : public PtrInterface {
+ public:
+  // `partialBytes`: the bytes of all partial texts of the connection.
+  explicit FlowIn(std::shared_ptr<std::size_t> partialBytes)
+      : partialBytes_(std::move(partialBytes)) {}
+  ~FlowIn() override;
+
+  [[nodiscard]] AttributeId aid() const noexcept { return aid_; }
+  void aidIs(AttributeId id) noexcept { aid_ = id; }
+  [[nodiscard]] bool handlingTransaction() const noexcept { return handlingTransaction_; }
+  void handlingTransactionIs(bool value) noexcept { handlingTransaction_ = value; }
+  [[nodiscard]] bool hasIter() const noexcept { return iter_ != nullptr; }
+
+  // The text under way for attribute `id`; one that belongs to another attribute is dropped first.
+  String8::Iterator& iterFor(AttributeId id);
+  // Stores a text that has begun. Throws `InternalException` "!rrc->iter()" when there is one
+  // already.
+  void iterIs(AttributeId id, String8::Iterator iter);
+  void iterDel() noexcept;
+  // Counts the text as it stands now among the connection's partial texts; gives their sum.
+  std::size_t accounted();
+
+ private:
+  void accountedIs(std::size_t bytes) noexcept;
+
+  std::shared_ptr<std::size_t> partialBytes_;
+  std::size_t accounted_ = 0;
+  AttributeId aid_ = 0;
+  bool handlingTransaction_ = false;
+  std::unique_ptr<String8::Iterator> iter_;
+};
+
+}  // namespace NboAttrLog
+
+}  // namespace Zol
