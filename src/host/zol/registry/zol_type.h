@@ -1,0 +1,144 @@
+// A type, as the registry has it: name, kind, base, attributes, and what can be done knowing only
+// the type.
+#pragma once
+
+#include <memory>
+
+#include "host/zol/notifiee.h"
+#include "host/zol/registry/zol_attr.h"
+
+namespace Zol {
+
+class Digest;
+
+// One type: a class of entities, an enumeration, a value type. There is one object for each type;
+// it is made on first use, is never destroyed, and is handed out as a plain pointer that is never
+// null.
+//
+//   for (auto it = Config::_fwkType()->attributeQIteratorConst(); it; ++it) {
+//     std::cout << it->name() << ' ' << it->attrId() << '\n';
+//   }
+class ZOL_EXPORT ZolType : public Entity {
+ public:
+  class ZolAttributeQ;
+  class ZolDerivedTypeQ;
+  using AttributeQueue = LinkQueue<ZolAttributeQ, std::uint32_t, ZolAttr>;
+  using DerivedTypeQueue = LinkQueue<ZolDerivedTypeQ, std::uint32_t, ZolType>;
+  using DigestFn = void (*)(Entity const&, Digest&);
+
+  // Traits of a type besides its kind.
+  struct ZolTypeFlags {
+    enum Bit : std::uint32_t { kEmbeddedWriteConstraints = 0x1 };
+
+    [[nodiscard]] bool has(Bit bit) const { return (word & bit) != 0; }
+
+    std::uint32_t word = 0;
+  };
+
+  // `name` is the bare name, without namespace. `enclosing` is the type inside which this one is
+  // declared, or null; `base` the type that it derives from, or null.
+  ZolType(Name name, ZolType* enclosing, ZolType* base, ZolTypeFlags const& flags);
+  ~ZolType() override;
+  [[nodiscard]] ZolType* fwkType() const override;
+  // The full name once `typeNodeIs` has given it, the bare one until then.
+  [[nodiscard]] String8 fullName() const override;
+
+  // Makes an entity of this type; `dir` may be null. Throws `InternalException` for a type whose
+  // entities are not made by name.
+  [[nodiscard]] virtual Ptr<Entity> newEntity(Name const& name, Dir* dir) const;
+  // Makes an entity of this type from its constructor parameters, which stand next on `in`. The
+  // other arguments are of no use to it. Throws `InternalException` for a type whose entities are
+  // not made from a stream, and what the reading of the parameters and the entity's constructor
+  // throw.
+  [[nodiscard]] virtual Ptr<Entity> newEntity(Ptr<NboAttrLog::In> const& in, Zol_BitSet flags,
+                                              unsigned int number, PtrInterface* context) const;
+  // Makes the adapter on `out` of `child`, which an entity of this type holds under `attr`. Handed
+  // on to the base type; does nothing at the root.
+  virtual void childAttrLogIs(Ptr<ZolAttr const> const& attr, Ptr<PtrInterface> const& child,
+                              Ptr<NboAttrLog::Out> const& out) const;
+
+  // Registration. Nothing of this is for use after a type has been registered.
+  [[nodiscard]] virtual bool typeFlagsDoEmbeddedWriteConstraints() const;
+  virtual void sizeIs(std::size_t size);
+  virtual void isValueIs(bool value);
+  virtual void isEnumTypeIs(bool value);
+  virtual void isEntityIs(bool value);
+  virtual void hasGenericIfSupportIs(bool value);
+  virtual void valAttrIs(Ptr<ZolAttr> const& attr);
+  // Enters an attribute behind the others. One of the same name that stands there gives up its
+  // place to it, so that a redefinition stands where the copy from the base stood.
+  virtual void attributeQEnq(Ptr<ZolAttr> const& attr);
+  virtual void derivedTypeQEnq(ZolType* derived);
+  virtual void constructorArgNameQEnq(String8 name);
+  virtual void constructorArgTypeQEnq(String8 type);
+  // Makes an attribute and enters it into the directory of names, not into the queue. `keyAttr` is
+  // the attribute of this type with the name of the key field, or null; `redefined` the attribute
+  // of the base type that this one takes the place of, or null.
+  virtual Ptr<ZolAttr> attrIs(Name const& name, ZolType* type, Ptr<ZolAttr> const& keyAttr,
+                              Ptr<ZolAttr> const& redefined, AttrFlags flags, AttributeId id);
+  // Takes the attribute out of the directory and the queue; nothing for a name that is not there.
+  virtual void attrDel(Name const& name);
+
+  [[nodiscard]] ZolType* baseType() const noexcept { return base_; }
+  [[nodiscard]] ZolType* enclosingType() const noexcept { return enclosing_; }
+  // Of an instance, in bytes.
+  [[nodiscard]] std::size_t size() const noexcept { return size_; }
+  [[nodiscard]] bool isValue() const noexcept { return isValue_; }
+  [[nodiscard]] bool isEnumType() const noexcept { return isEnumType_; }
+  [[nodiscard]] bool isEntity() const noexcept { return isEntity_; }
+  [[nodiscard]] bool hasGenericIfSupport() const noexcept { return hasGenericIfSupport_; }
+  // The attribute that stands for the whole value, or null.
+  [[nodiscard]] ZolAttr* valAttr() const noexcept { return valAttr_.get(); }
+  // True when this is `other` or derives from it.
+  [[nodiscard]] bool isA(ZolType const* other) const noexcept;
+
+  // This type's own attribute of that name, copies from the base included, or null. Allocates
+  // nothing.
+  [[nodiscard]] Ptr<ZolAttr> attr(Name const& name) const;
+  // The attribute with this id, or null; a type of which none is registered answers as its base.
+  [[nodiscard]] ZolAttr const* attr(AttributeId id) const;
+
+  [[nodiscard]] AttributeQueue::IteratorConst attributeQIteratorConst() const;
+  [[nodiscard]] DerivedTypeQueue::IteratorConst derivedTypeQIteratorConst() const;
+  [[nodiscard]] TextQueue::IteratorConst constructorArgNameQIteratorConst() const;
+  [[nodiscard]] TextQueue::IteratorConst constructorArgTypeQIteratorConst() const;
+
+  // What adds the replicated state of an entity of this type to a digest; null when nothing does.
+  void digestFnIs(DigestFn fn) noexcept { digestFn_ = fn; }
+  [[nodiscard]] DigestFn digestFn() const noexcept { return digestFn_; }
+
+  // Enters the type under its full name, by which it can be found from now on.
+  static void typeNodeIs(ZolType* type, String8 const& fullName);
+  // The type with this full name, or null.
+  [[nodiscard]] static ZolType* typeNode(Name const& fullName);
+
+  static ZolType* _fwkType();
+
+ private:
+  struct Content;
+
+  ZolType* enclosing_;
+  ZolType* base_;
+  ZolTypeFlags flags_;
+  String8 fullName_;
+  std::size_t size_ = 0;
+  bool isValue_ = false;
+  bool isEnumType_ = false;
+  bool isEntity_ = false;
+  bool hasGenericIfSupport_ = false;
+  DigestFn digestFn_ = nullptr;
+  Ptr<ZolAttr> valAttr_;
+  std::unique_ptr<Content> content_;
+};
+
+class ZolType::ZolAttributeQ final : public LinkQueueMember<ZolAttributeQ, ZolAttr> {
+ public:
+  using LinkQueueMember::LinkQueueMember;
+};
+
+class ZolType::ZolDerivedTypeQ final : public LinkQueueMember<ZolDerivedTypeQ, ZolType> {
+ public:
+  using LinkQueueMember::LinkQueueMember;
+};
+
+}  // namespace Zol
