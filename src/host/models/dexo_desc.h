@@ -1,0 +1,159 @@
+// Descriptors of how a device is reached: the common base, and the forms for SMBus and plain I2C.
+#pragma once
+
+#include "host/models/smbus.h"
+#include "host/zol/attribute_rules.h"
+
+namespace Hardware {
+
+// How a device is reached, whatever its bus.
+class ZOL_EXPORT DexoDesc : public Zol::AttributeRules<Zol::Entity> {
+ public:
+  class _Type;
+
+  using AttributeRules::AttributeRules;
+  ~DexoDesc() override;
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  static Zol::ZolType* _fwkType();
+};
+
+}  // namespace Hardware
+
+namespace SmbusDexo {
+
+// How a device on an SMBus is reached. All attributes are given at construction; all but `device`
+// can change.
+class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
+ public:
+  class NotifieeConst;
+  class Notifiee;
+  class ZolNboAttrLogSa;
+  class _Type;
+
+  // The ids of the attributes, under their names.
+  struct Id {
+    enum : Zol::AttributeId {
+#include "host/zol/stamp/stamp_ids.h"
+#include "host/models/smbus_dexo_desc.def"
+    };
+  };
+
+  // The arguments are stored as given, a null device included.
+  DexoDesc(Zol::Name name, Zol::Ptr<Hardware::SmbusDevice> const& device,
+           Hardware::LobusAccelId lobusAccelId, Hardware::SmbusId busId,
+           Hardware::SmbusDeviceId deviceId, Hardware::SmbusAddrSize addrSize,
+           bool writeNoStopReadCurrent, Hardware::SmbusDelay writeDelay,
+           Hardware::SmbusDelay readDelay, bool bug30005ExtraDelays,
+           Hardware::SmbusTimeout busTimeout, Hardware::LobusAgentId smbusAgentId);
+  ~DexoDesc() override;
+
+  [[nodiscard]] Zol::Ptr<Hardware::SmbusDevice> const& device() const { return read(device_); }
+  [[nodiscard]] Hardware::LobusAccelId lobusAccelId() const { return read(lobusAccelId_); }
+  [[nodiscard]] Hardware::SmbusId busId() const { return read(busId_); }
+  [[nodiscard]] Hardware::SmbusDeviceId deviceId() const { return read(deviceId_); }
+  [[nodiscard]] Hardware::SmbusAddrSize addrSize() const { return read(addrSize_); }
+  // A read writes the register address without a stop and then reads at the current place.
+  [[nodiscard]] bool writeNoStopReadCurrent() const { return read(writeNoStopReadCurrent_); }
+  [[nodiscard]] Hardware::SmbusDelay writeDelay() const { return read(writeDelay_); }
+  [[nodiscard]] Hardware::SmbusDelay readDelay() const { return read(readDelay_); }
+  [[nodiscard]] bool bug30005ExtraDelays() const { return read(bug30005ExtraDelays_); }
+  [[nodiscard]] Hardware::SmbusTimeout busTimeout() const { return read(busTimeout_); }
+  [[nodiscard]] Hardware::LobusAgentId smbusAgentId() const { return read(smbusAgentId_); }
+
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+
+  virtual void lobusAccelIdIs(Hardware::LobusAccelId value);
+  virtual void busIdIs(Hardware::SmbusId value);
+  virtual void deviceIdIs(Hardware::SmbusDeviceId value);
+  virtual void addrSizeIs(Hardware::SmbusAddrSize value);
+  virtual void writeNoStopReadCurrentIs(bool value);
+  virtual void writeDelayIs(Hardware::SmbusDelay value);
+  virtual void readDelayIs(Hardware::SmbusDelay value);
+  virtual void bug30005ExtraDelaysIs(bool value);
+  virtual void busTimeoutIs(Hardware::SmbusTimeout value);
+  virtual void smbusAgentIdIs(Hardware::LobusAgentId value);
+
+  static Zol::ZolType* _fwkType();
+
+ private:
+  Zol::Ptr<Hardware::SmbusDevice> device_;
+  Hardware::LobusAccelId lobusAccelId_;
+  Hardware::SmbusId busId_;
+  Hardware::SmbusDeviceId deviceId_;
+  Hardware::SmbusAddrSize addrSize_;
+  bool writeNoStopReadCurrent_;
+  Hardware::SmbusDelay writeDelay_;
+  Hardware::SmbusDelay readDelay_;
+  bool bug30005ExtraDelays_;
+  Hardware::SmbusTimeout busTimeout_;
+  Hardware::LobusAgentId smbusAgentId_;
+};
+
+class ZOL_EXPORT DexoDesc::NotifieeConst : public Zol::Entity::NotifieeConst {
+ public:
+  ~NotifieeConst() override;
+
+  void notifierIs(Zol::Ptr<Zol::PtrInterface const> const& notifier) override;
+  [[nodiscard]] Zol::Ptr<DexoDesc const> notifier() const;
+
+#include "host/zol/stamp/stamp_slots.h"
+#include "host/models/smbus_dexo_desc.def"
+};
+
+class ZOL_EXPORT DexoDesc::Notifiee : public DexoDesc::NotifieeConst {
+ public:
+  [[nodiscard]] Zol::Ptr<DexoDesc> notifier() const;
+};
+
+}  // namespace SmbusDexo
+
+namespace I2cDexo {
+
+// How a device on an I2C bus is reached. Nothing of it changes.
+class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
+ public:
+  class NotifieeConst;
+  class Notifiee;
+  class ZolNboAttrLogSa;
+  class _Type;
+
+  // The ids of the attributes, under their names.
+  struct Id {
+    enum : Zol::AttributeId {
+#include "host/zol/stamp/stamp_ids.h"
+#include "host/models/i2c_dexo_desc.def"
+    };
+  };
+
+  DexoDesc(Zol::Name name, unsigned char busId, unsigned char device);
+  ~DexoDesc() override;
+
+  [[nodiscard]] unsigned char busId() const { return read(busId_); }
+  // The address of the device on the bus.
+  [[nodiscard]] unsigned char device() const { return read(device_); }
+
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+
+  static Zol::ZolType* _fwkType();
+
+ private:
+  unsigned char busId_;
+  unsigned char device_;
+};
+
+class ZOL_EXPORT DexoDesc::NotifieeConst : public Zol::Entity::NotifieeConst {
+ public:
+  ~NotifieeConst() override;
+
+  void notifierIs(Zol::Ptr<Zol::PtrInterface const> const& notifier) override;
+  [[nodiscard]] Zol::Ptr<DexoDesc const> notifier() const;
+};
+
+class ZOL_EXPORT DexoDesc::Notifiee : public DexoDesc::NotifieeConst {
+ public:
+  [[nodiscard]] Zol::Ptr<DexoDesc> notifier() const;
+};
+
+}  // namespace I2cDexo

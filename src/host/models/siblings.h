@@ -1,0 +1,79 @@
+// The models next to this one, as far as it refers to them: each entity here is known by its name
+// alone.
+#pragma once
+
+#include "host/models/dexo_desc.h"
+#include "host/models/smbus.h"
+#include "host/models/units.h"
+#include "host/zol/entity.h"
+
+namespace Hardware::Gpio {
+
+class ZOL_EXPORT PinConfig : public Zol::Entity {
+ public:
+  class _Type;
+
+  using Entity::Entity;
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  static Zol::ZolType* _fwkType();
+};
+
+class ZOL_EXPORT PinStatus : public Zol::Entity {
+ public:
+  class _Type;
+
+  using Entity::Entity;
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  static Zol::ZolType* _fwkType();
+};
+
+}  // namespace Hardware::Gpio
+
+namespace Environment::Power {
+
+class ZOL_EXPORT VoltageRailConfig : public Zol::Entity {
+ public:
+  class _Type;
+
+  using Entity::Entity;
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  static Zol::ZolType* _fwkType();
+};
+
+class ZOL_EXPORT VoltageRailStatus : public Zol::Entity {
+ public:
+  class _Type;
+
+  using Entity::Entity;
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  static Zol::ZolType* _fwkType();
+};
+
+}  // namespace Environment::Power
+
+namespace EntityMib {
+
+class ZOL_EXPORT Sensor : public Zol::Entity {
+ public:
+  class _Type;
+
+  using Entity::Entity;
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  static Zol::ZolType* _fwkType();
+};
+
+}  // namespace EntityMib
+
+namespace Fru {
+
+// A general-purpose output.
+class ZOL_EXPORT Gpo : public Zol::Entity {
+ public:
+  class _Type;
+
+  using Entity::Entity;
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  static Zol::ZolType* _fwkType();
+};
+
+}  // namespace Fru
