@@ -1,0 +1,43 @@
+#include "entities/ucd9012_diag_config.h"
+
+namespace Hardware::Ucd9012 {
+
+Ucd9012DiagConfig::Ucd9012DiagConfig(Zol::Name name) : AttributeRules(std::move(name)) {}
+
+Ucd9012DiagConfig::~Ucd9012DiagConfig() { dismissNotifiees(); }
+
+Zol::ZolType* Ucd9012DiagConfig::fwkType() const { return _fwkType(); }
+
+Zol::String8 Ucd9012DiagConfig::attributeString(Zol::AttributeId id) const {
+  switch (id) {
+#include "host/zol/stamp/stamp_names.h"
+#include "schema/ucd9012_diag_config.def"
+    default:
+      return Entity::attributeString(id);
+  }
+}
+
+void Ucd9012DiagConfig::commandIs(Ucd9012DiagCommand value) {
+  assign(command_, value, Id::command, &NotifieeConst::onCommand);
+}
+
+void Ucd9012DiagConfig::epochIs(std::uint32_t value) {
+  assign(epoch_, value, Id::epoch, &NotifieeConst::onEpoch);
+}
+
+Ucd9012DiagConfig::NotifieeConst::~NotifieeConst() = default;
+
+void Ucd9012DiagConfig::NotifieeConst::notifierIs(
+    Zol::Ptr<Zol::PtrInterface const> const& notifier) {
+  entityIs(dynamic_cast<Ucd9012DiagConfig const*>(notifier.get()));
+}
+
+Zol::Ptr<Ucd9012DiagConfig const> Ucd9012DiagConfig::NotifieeConst::notifier() const {
+  return static_cast<Ucd9012DiagConfig const*>(entity());
+}
+
+Zol::Ptr<Ucd9012DiagConfig> Ucd9012DiagConfig::Notifiee::notifier() const {
+  return const_cast<Ucd9012DiagConfig*>(static_cast<Ucd9012DiagConfig const*>(entity()));
+}
+
+}  // namespace Hardware::Ucd9012

@@ -1,0 +1,65 @@
+// A diagnostic mode: an operational mode paired with a command.
+#pragma once
+
+#include "host/zol/attribute_rules.h"
+#include "host/zol/hash_map.h"
+#include "values/enumerations.h"
+
+namespace Hardware::Ucd9012 {
+
+// An entry of `ControllerConfig::diagModeConfig`, known by its name.
+//
+// A mutator `<attr>Is( value )` with the present value does nothing. Otherwise it stores the value,
+// adds 1 to the mutation counter and tells each listener through `on<Attr>()`. No value is refused.
+class ZOL_EXPORT Ucd9012DiagModeConfig final : public Zol::AttributeRules<Zol::Entity> {
+ public:
+  class NotifieeConst;
+  class Notifiee;
+  class GenericIf_;
+  class _Type;
+  class ZolNboAttrLogSa;
+
+  struct Id {
+    enum : Zol::AttributeId {
+#include "host/zol/stamp/stamp_ids.h"
+#include "schema/ucd9012_diag_mode_config.def"
+    };
+  };
+
+  explicit Ucd9012DiagModeConfig(Zol::Name name);
+  ~Ucd9012DiagModeConfig() override;
+
+  static Zol::ZolType* _fwkType();
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+  [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+
+  // The mode that this entry stands for.
+  [[nodiscard]] OperationalMode operationalMode() const { return read(operationalMode_); }
+  void operationalModeIs(OperationalMode value);
+
+ private:
+  friend class Zol::HashMap<Ucd9012DiagModeConfig, Zol::Name, Ucd9012DiagModeConfig>;
+  friend class Zol::HashMapVTable<Ucd9012DiagModeConfig, Zol::Name>;
+
+#include "host/zol/stamp/stamp_fields.h"
+#include "schema/ucd9012_diag_mode_config.def"
+  Zol::HashLink zolHashLink_;
+};
+
+// The slots: `on<Attr>()` for each attribute that can change.
+class ZOL_EXPORT Ucd9012DiagModeConfig::NotifieeConst : public Zol::Entity::NotifieeConst {
+ public:
+  ~NotifieeConst() override;
+  void notifierIs(Zol::Ptr<Zol::PtrInterface const> const& notifier) override;
+  [[nodiscard]] Zol::Ptr<Ucd9012DiagModeConfig const> notifier() const;
+
+#include "host/zol/stamp/stamp_slots.h"
+#include "schema/ucd9012_diag_mode_config.def"
+};
+
+class ZOL_EXPORT Ucd9012DiagModeConfig::Notifiee : public Ucd9012DiagModeConfig::NotifieeConst {
+ public:
+  [[nodiscard]] Zol::Ptr<Ucd9012DiagModeConfig> notifier() const;
+};
+
+}  // namespace Hardware::Ucd9012

@@ -1,0 +1,45 @@
+// The status of a UCD9032 controller.
+#pragma once
+
+#include "entities/controller_status.h"
+#include "host/zol/hash_map.h"
+
+namespace Hardware::Ucd9012 {
+
+// A controller of this chip. All that it is lies in `ControllerStatus`; it is a member of a hashed
+// collection of `Status`.
+class ZOL_EXPORT Ucd9032ControllerStatus final : public ControllerStatus {
+ public:
+  class NotifieeConst;
+  class Notifiee;
+  class GenericIf_;
+  class _Type;
+  class ZolNboAttrLogSa;
+
+  using ControllerStatus::ControllerStatus;
+  ~Ucd9032ControllerStatus() override;
+
+  static Zol::ZolType* _fwkType();
+  [[nodiscard]] Zol::ZolType* fwkType() const override;
+
+ private:
+  friend class Zol::HashMap<Ucd9032ControllerStatus, Zol::Name, Ucd9032ControllerStatus>;
+  friend class Zol::HashMapVTable<Ucd9032ControllerStatus, Zol::Name>;
+
+  Zol::HashLink zolHashLink_;
+};
+
+// The slots are those of `ControllerStatus`.
+class ZOL_EXPORT Ucd9032ControllerStatus::NotifieeConst : public ControllerStatus::NotifieeConst {
+ public:
+  ~NotifieeConst() override;
+  // Null when the notifier is a controller of another chip.
+  [[nodiscard]] Zol::Ptr<Ucd9032ControllerStatus const> notifier() const;
+};
+
+class ZOL_EXPORT Ucd9032ControllerStatus::Notifiee : public Ucd9032ControllerStatus::NotifieeConst {
+ public:
+  [[nodiscard]] Zol::Ptr<Ucd9032ControllerStatus> notifier() const;
+};
+
+}  // namespace Hardware::Ucd9012

@@ -1,0 +1,27 @@
+// The whole public interface: the runtime and its attribute log, the models beside the product, and
+// the model of power-sequencing controllers.
+#pragma once
+
+#include "entities/config.h"
+#include "entities/controller_status.h"
+#include "entities/psoc_controller_status.h"
+#include "entities/status.h"
+#include "entities/ucd9012_controller_status.h"
+#include "entities/ucd9012_diag_config.h"
+#include "entities/ucd9012_diag_mode_config.h"
+#include "entities/ucd9012_diag_status.h"
+#include "entities/ucd9032_controller_status.h"
+#include "entities/voltage_rail_config.h"
+#include "host/models/dexo_desc.h"
+#include "host/models/siblings.h"
+#include "host/models/units.h"
+#include "host/zol/attrlog/connection.h"
+#include "host/zol/digest.h"
+#include "host/zol/registry/builtin.h"
+#include "host/zol/registry/introspection_reactor.h"
+#include "host/zol/registry/recording_target.h"
+#include "host/zol/value_text.h"
+#include "values/external_voltage_rail.h"
+#include "values/page_fault_cause.h"
+#include "values/psoc_cause.h"
+#include "values/ucd_cause.h"

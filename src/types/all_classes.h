@@ -1,0 +1,22 @@
+// The classes of all types of the library.
+#pragma once
+
+#include "entities/config.h"
+#include "entities/controller_config.h"
+#include "entities/controller_status.h"
+#include "entities/psoc_controller_config.h"
+#include "entities/psoc_controller_status.h"
+#include "entities/status.h"
+#include "entities/ucd9012_controller_config.h"
+#include "entities/ucd9012_controller_status.h"
+#include "entities/ucd9012_diag_config.h"
+#include "entities/ucd9012_diag_mode_config.h"
+#include "entities/ucd9012_diag_status.h"
+#include "entities/ucd9032_controller_config.h"
+#include "entities/ucd9032_controller_status.h"
+#include "entities/voltage_rail_config.h"
+#include "values/enumerations.h"
+#include "values/external_voltage_rail.h"
+#include "values/page_fault_cause.h"
+#include "values/psoc_cause.h"
+#include "values/ucd_cause.h"

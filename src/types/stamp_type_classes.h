@@ -1,0 +1,36 @@
+// Stamps the classes of the type objects. Include the list of types behind it.
+#define ZOL_ENUM_TYPE(X)                               \
+  class X##__Type final : public Zol::ZolType {        \
+   public:                                             \
+    X##__Type() : ZolType(#X, nullptr, nullptr, {}) {} \
+  };
+
+#define ZOL_RECORD_TYPE(X)                         \
+  class X::_Type final : public Zol::ZolType {     \
+   public:                                         \
+    _Type() : ZolType(#X, nullptr, nullptr, {}) {} \
+  };
+
+#define ZOL_ENTITY_TYPE(X, Base)                                                          \
+  class X::_Type final : public Zol::ZolType {                                            \
+   public:                                                                                \
+    _Type() : ZolType(#X, nullptr, Zol::typeOf<Base>(), {}) { digestFnIs(kDigestFn<X>); } \
+    using ZolType::newEntity;                                                             \
+    Zol::Ptr<Zol::Entity> newEntity(Zol::Ptr<Zol::NboAttrLog::In> const& in, Zol_BitSet,  \
+                                    unsigned int, Zol::PtrInterface*) const override {    \
+      return entityFromStream<X>(*in);                                                    \
+    }                                                                                     \
+  };
+
+#define ZOL_ROOT_TYPE(X, Base)                                                            \
+  class X::_Type final : public Zol::ZolType {                                            \
+   public:                                                                                \
+    _Type() : ZolType(#X, nullptr, Zol::typeOf<Base>(), {}) { digestFnIs(kDigestFn<X>); } \
+    Zol::Ptr<Zol::Entity> newEntity(Zol::Name const& name, Zol::Dir*) const override {    \
+      return new X(name);                                                                 \
+    }                                                                                     \
+    Zol::Ptr<Zol::Entity> newEntity(Zol::Ptr<Zol::NboAttrLog::In> const& in, Zol_BitSet,  \
+                                    unsigned int, Zol::PtrInterface*) const override {    \
+      return entityFromStream<X>(*in);                                                    \
+    }                                                                                     \
+  };

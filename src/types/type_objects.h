@@ -1,0 +1,16 @@
+// The classes of the type objects: what each type of the library can do, knowing only the type.
+#pragma once
+
+#include "attrlog/digest.h"
+#include "host/models/power_controller.h"
+#include "host/zol/registry/type_of.h"
+#include "host/zol/registry/zol_type.h"
+#include "types/all_classes.h"
+#include "types/entity_from_stream.h"
+#include "types/stamp_type_classes.h"
+
+namespace Hardware::Ucd9012 {
+
+#include "schema/types.def"
+
+}  // namespace Hardware::Ucd9012
