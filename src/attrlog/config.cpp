@@ -1,11 +1,15 @@
 #include "attrlog/config.h"
 
+#include <algorithm>
+#include <array>
+
 #include "attrlog/controller_config.h"
 #include "attrlog/controller_parameters.h"
 #include "host/models/siblings.h"
 #include "host/zol/attrlog/log_stamps.h"
 #include "host/zol/attrlog/make_adapter.h"
 #include "host/zol/reactor_adapter.h"
+#include "schema/attr_cache.h"
 
 namespace Hardware::Ucd9012 {
 
@@ -18,13 +22,17 @@ class Config::ZolNboAttrLogSa::FlowOut final : public Zol::NboAttrLog::LevelFlow
 
   [[nodiscard]] bool hasDirtyAttributes() const override {
     return LevelFlowOut::hasDirtyAttributes() ||
-#define ZOL_CONTROLLERS(attr, Attr, Type) !zolIs##Attr##Dirty_.empty() ||
-#include "attrlog/config_controllers.def"
-           false;
+           std::any_of(dirty_.begin(), dirty_.end(),
+                       [](auto const& keys) { return !keys.empty(); });
+  }
+  // The keys owed of the collection with this attribute id.
+  [[nodiscard]] Zol::NboAttrLog::DirtyNames& dirty(Zol::AttributeId id) {
+    return dirty_[static_cast<std::size_t>(id - Id::realUcd9012Controller)];
   }
 
-#define ZOL_CONTROLLERS(attr, Attr, Type) Zol::NboAttrLog::DirtyNames zolIs##Attr##Dirty_;
-#include "attrlog/config_controllers.def"
+ private:
+  std::array<Zol::NboAttrLog::DirtyNames, Id::realPsocController - Id::realUcd9012Controller + 1>
+      dirty_;
 };
 
 namespace {
@@ -66,16 +74,35 @@ void removeController(EntityAdapter& adapter, Inbound& message) {
   (static_cast<Config&>(*adapter.entity()).*del)(key);
 }
 
+template <Zol::AttributeId id>
+DirtyNames& dirtyOf(Zol::NboAttrLog::FlowOut& flow) {
+  return static_cast<Sa::FlowOut&>(flow).dirty(id);
+}
+
+template <class Type, auto adapterIs>
+Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> announced(ParentAdapter& adapter,
+                                                 Zol::Entity::Zol_BitSet flags,
+                                                 Zol::Entity& child) {
+  return (static_cast<Sa&>(adapter).*adapterIs)(flags, Zol::Ptr<Type>(&static_cast<Type&>(child)),
+                                                1, adapter.nboAttrLogOut(),
+                                                adapter.msgChannelEntry());
+}
+
+template <class Type, Zol::AttributeId id, auto adapterIs>
+constexpr ChildRow kChild{id, &zolCachedAttr<Config>, &dirtyOf<id>, &announced<Type, adapterIs>};
+
+// Sends one member of a collection.
+template <auto send>
+struct Sending {
+  Sa& adapter;
+  template <class Member>
+  void operator()(Zol::Name const& key, Member const& member) const {
+    (adapter.*send)(key, member);
+  }
+};
+
 constexpr LogRow kRows[] = {
-#define ZOL_CONTROLLERS(attr, Attr, Type)                                                    \
-  {Config::Id::attr,                                                                         \
-   LogRow::Kind::collection,                                                                 \
-   dirtyBit(Config::Id::attr),                                                               \
-   &reactToKey<&Sa::on##Attr>,                                                               \
-   &Zol::NboAttrLog::serializeTo<&Sa::zolHandle##Attr##SerializeColl>,                       \
-   &applyController<&Config::attr, &Config::attr##Is, &Sa::on##Attr>,                        \
-   &removeController<static_cast<Zol::Ptr<Type> (Config::*)(Zol::Name)>(&Config::attr##Del), \
-                     &Sa::on##Attr>},
+#include "attrlog/stamp_controllers_rows.h"
 #include "attrlog/config_controllers.def"
 };
 constexpr Zol::NboAttrLog::LogLevel kLevel{kRows};
@@ -86,11 +113,7 @@ class Config::ZolNboAttrLogSa::ZolNboAttrLogSaAdapter_ final
     : public Zol::ReactorAdapter<Config::Notifiee, Config::ZolNboAttrLogSa> {
  public:
   using ReactorAdapter::ReactorAdapter;
-#define ZOL_CONTROLLERS(attr, Attr, Type)                        \
-  using Config::NotifieeConst::on##Attr;                         \
-  void on##Attr(Zol::Name key) override {                        \
-    if (zolReactorAdapter()) zolReactorAdapter()->on##Attr(key); \
-  }
+#include "attrlog/stamp_controllers_forwards.h"
 #include "attrlog/config_controllers.def"
 };
 
@@ -109,8 +132,9 @@ void Sa::freeResyncState(Zol::Ptr<Zol::NboAttrLog::FlowOut> const& flow) {
 }
 
 void Sa::zolInstantiateSerialize() {
-#define ZOL_CONTROLLERS(attr, Attr, Type) zolHandle##Attr##SerializeColl();
-#include "attrlog/config_controllers.def"
+  zolHandleRealUcd9012ControllerSerializeColl();
+  zolHandleRealUcd9032ControllerSerializeColl();
+  zolHandleRealPsocControllerSerializeColl();
 }
 
 void Sa::doSerializeOrphan() {
@@ -132,54 +156,19 @@ void Sa::doNotification(Zol::AttributeId id, void* key) { notificationIs(kLevel,
 
 void Sa::doRemountSelf(Zol::Ptr<Zol::NboAttrLog::Out> const& out) {
   auto const& config = static_cast<Config const&>(*entity());
-#define ZOL_CONTROLLERS(attr, Attr, Type) \
-  for (auto it = config.attr##IteratorConst(); it; ++it) attr##NboAttrLogAdapterDel(it.ptr());
-#include "attrlog/config_controllers.def"
+  for (auto it = config.realUcd9012ControllerIteratorConst(); it; ++it) {
+    realUcd9012ControllerNboAttrLogAdapterDel(it.ptr());
+  }
+  for (auto it = config.realUcd9032ControllerIteratorConst(); it; ++it) {
+    realUcd9032ControllerNboAttrLogAdapterDel(it.ptr());
+  }
+  for (auto it = config.realPsocControllerIteratorConst(); it; ++it) {
+    realPsocControllerNboAttrLogAdapterDel(it.ptr());
+  }
   ParentAdapter::doRemountSelf(out);
 }
 
-#define ZOL_CONTROLLERS(attr, Attr, Type)                                                      \
-  void Sa::on##Attr(Zol::Name key) {                                                           \
-    zolHandle##Attr##SerializeSing(key, static_cast<Config&>(*entity()).attr(key));            \
-  }                                                                                            \
-                                                                                               \
-  void Sa::zolHandle##Attr##SerializeSing(Zol::Name const& key, Zol::Ptr<Type> const& value) { \
-    static constexpr ChildRow kRow{                                                            \
-        Config::Id::attr,                                                                      \
-        [](Zol::NboAttrLog::FlowOut& flow) -> DirtyNames& {                                    \
-          return static_cast<FlowOut&>(flow).zolIs##Attr##Dirty_;                              \
-        },                                                                                     \
-        [](ParentAdapter& adapter, Zol_BitSet flags, Zol::Entity& child) {                     \
-          return static_cast<Sa&>(adapter).attr##NboAttrLogAdapterIs(                          \
-              flags, Zol::Ptr<Type>(&static_cast<Type&>(child)), 1, adapter.nboAttrLogOut(),   \
-              adapter.msgChannelEntry());                                                      \
-        }};                                                                                    \
-    childChanged(kRow, key, value);                                                            \
-  }                                                                                            \
-                                                                                               \
-  bool Sa::zolHandle##Attr##SerializeColl() {                                                  \
-    return collectionOwed(                                                                     \
-        *kLevel.find(Config::Id::attr),                                                        \
-        static_cast<Config&>(*entity()).attr##IteratorConst().map(),                           \
-        [](Zol::NboAttrLog::FlowOut& flow) -> DirtyNames& {                                    \
-          return static_cast<FlowOut&>(flow).zolIs##Attr##Dirty_;                              \
-        },                                                                                     \
-        [this](Zol::Name const& key, Zol::Ptr<Type> const& member) {                           \
-          zolHandle##Attr##SerializeSing(key, member);                                         \
-        });                                                                                    \
-  }                                                                                            \
-                                                                                               \
-  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> Sa::attr##NboAttrLogAdapterIs(                        \
-      Zol_BitSet flags, Zol::Ptr<Type> const& child, unsigned int n, Zol::OutPtr const& out,   \
-      Zol::PtrInterface* msgChannelEntry) {                                                    \
-    return announceChild(Config::Id::attr, flags, *child, n, out, msgChannelEntry,             \
-                         &writeControllerParameters);                                          \
-  }                                                                                            \
-                                                                                               \
-  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> Sa::attr##NboAttrLogAdapterDel(                       \
-      Zol::Ptr<Type> const& child) {                                                           \
-    return childAdapterDel(child.get());                                                       \
-  }
+#include "attrlog/stamp_controllers.h"
 #include "attrlog/config_controllers.def"
 
 Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> Config::zolNboAttrLogSaIs(

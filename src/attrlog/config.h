@@ -29,14 +29,7 @@ class ZOL_EXPORT Config::ZolNboAttrLogSa final : public Zol::NboAttrLog::ParentA
   void doNotification(Zol::AttributeId id, void* key) override;
   void doRemountSelf(Zol::Ptr<Zol::NboAttrLog::Out> const& out) override;
 
-#define ZOL_CONTROLLERS(attr, Attr, Type)                                                    \
-  virtual void on##Attr(Zol::Name key);                                                      \
-  void zolHandle##Attr##SerializeSing(Zol::Name const& key, Zol::Ptr<Type> const& value);    \
-  bool zolHandle##Attr##SerializeColl();                                                     \
-  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> attr##NboAttrLogAdapterIs(                          \
-      Zol_BitSet flags, Zol::Ptr<Type> const& child, unsigned int n, Zol::OutPtr const& out, \
-      Zol::PtrInterface* msgChannelEntry);                                                   \
-  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> attr##NboAttrLogAdapterDel(Zol::Ptr<Type> const& child);
+#include "attrlog/stamp_controllers_declared.h"
 #include "attrlog/config_controllers.def"
 };
 

@@ -5,6 +5,7 @@
 #include "host/zol/attrlog/log_stamps.h"
 #include "host/zol/attrlog/make_adapter.h"
 #include "host/zol/reactor_adapter.h"
+#include "schema/attr_cache.h"
 
 namespace Hardware::Ucd9012 {
 
@@ -16,6 +17,8 @@ namespace {
 constexpr Zol::NboAttrLog::DirtyBit dirtyBit(Zol::AttributeId id) {
   return Zol::NboAttrLog::DirtyBit::of(1, Model::Id::generationIdReadVoltage, id);
 }
+
+Zol::ZolAttr const* cachedAttr(Zol::AttributeId id) { return zolCachedAttr<Model>(id); }
 
 constexpr Zol::NboAttrLog::LogRow kRows[] = {
 #include "host/zol/stamp/stamp_log_rows.h"

@@ -7,11 +7,12 @@ namespace Hardware::Ucd9012 {
 
 void digestConfig(Zol::Entity const& root, Zol::Digest& digest) {
   auto const& config = static_cast<Config const&>(root);
-#define ZOL_CONTROLLERS(attr, Attr, Type)                  \
-  for (auto it = config.attr##IteratorConst(); it; ++it) { \
-    digest.member(#attr, it.key(), *it);                   \
-  }
-#include "attrlog/config_controllers.def"
+  auto const addMembers = [&](char const* attribute, auto it) {
+    for (; it; ++it) digest.member(attribute, it.key(), *it);
+  };
+  addMembers("realUcd9012Controller", config.realUcd9012ControllerIteratorConst());
+  addMembers("realUcd9032Controller", config.realUcd9032ControllerIteratorConst());
+  addMembers("realPsocController", config.realPsocControllerIteratorConst());
 }
 
 void digestControllerConfig(Zol::Entity const& controller, Zol::Digest& digest) {

@@ -49,17 +49,17 @@ Zol::ValidPtr<Ucd9012ControllerConfig> Config::realUcd9012ControllerIs(
     Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
     Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
     Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus) {
-  Zol::Ptr<Ucd9012ControllerConfig> member(realUcd9012Controller_[name]);
-  if (member) {
-    requireSameParameters(*member, customerName, dexoDesc, resetGpioPinConfig, resetGpioPinStatus);
-    countMutation();
-    return member;
-  }
-  member = newRealUcd9012Controller(name, std::move(customerName), dexoDesc, resetGpioPinConfig,
-                                    resetGpioPinStatus);
-  countMutation();
-  realUcd9012ControllerNotify(std::move(name));
-  return member;
+  return memberIs(
+      realUcd9012Controller_, name,
+      [&](ControllerConfig const& member) {
+        requireSameParameters(member, customerName, dexoDesc, resetGpioPinConfig,
+                              resetGpioPinStatus);
+      },
+      [&] {
+        return newRealUcd9012Controller(name, customerName, dexoDesc, resetGpioPinConfig,
+                                        resetGpioPinStatus);
+      },
+      [this](Zol::Name const& key) { realUcd9012ControllerNotify(key); });
 }
 
 Zol::Ptr<Ucd9012ControllerConfig> Config::newRealUcd9012Controller(
@@ -114,17 +114,17 @@ Zol::ValidPtr<Ucd9032ControllerConfig> Config::realUcd9032ControllerIs(
     Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
     Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
     Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus) {
-  Zol::Ptr<Ucd9032ControllerConfig> member(realUcd9032Controller_[name]);
-  if (member) {
-    requireSameParameters(*member, customerName, dexoDesc, resetGpioPinConfig, resetGpioPinStatus);
-    countMutation();
-    return member;
-  }
-  member = newRealUcd9032Controller(name, std::move(customerName), dexoDesc, resetGpioPinConfig,
-                                    resetGpioPinStatus);
-  countMutation();
-  realUcd9032ControllerNotify(std::move(name));
-  return member;
+  return memberIs(
+      realUcd9032Controller_, name,
+      [&](ControllerConfig const& member) {
+        requireSameParameters(member, customerName, dexoDesc, resetGpioPinConfig,
+                              resetGpioPinStatus);
+      },
+      [&] {
+        return newRealUcd9032Controller(name, customerName, dexoDesc, resetGpioPinConfig,
+                                        resetGpioPinStatus);
+      },
+      [this](Zol::Name const& key) { realUcd9032ControllerNotify(key); });
 }
 
 Zol::Ptr<Ucd9032ControllerConfig> Config::newRealUcd9032Controller(
@@ -179,17 +179,17 @@ Zol::ValidPtr<PsocControllerConfig> Config::realPsocControllerIs(
     Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
     Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
     Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus) {
-  Zol::Ptr<PsocControllerConfig> member(realPsocController_[name]);
-  if (member) {
-    requireSameParameters(*member, customerName, dexoDesc, resetGpioPinConfig, resetGpioPinStatus);
-    countMutation();
-    return member;
-  }
-  member = newRealPsocController(name, std::move(customerName), dexoDesc, resetGpioPinConfig,
-                                 resetGpioPinStatus);
-  countMutation();
-  realPsocControllerNotify(std::move(name));
-  return member;
+  return memberIs(
+      realPsocController_, name,
+      [&](ControllerConfig const& member) {
+        requireSameParameters(member, customerName, dexoDesc, resetGpioPinConfig,
+                              resetGpioPinStatus);
+      },
+      [&] {
+        return newRealPsocController(name, customerName, dexoDesc, resetGpioPinConfig,
+                                     resetGpioPinStatus);
+      },
+      [this](Zol::Name const& key) { realPsocControllerNotify(key); });
 }
 
 Zol::Ptr<PsocControllerConfig> Config::newRealPsocController(

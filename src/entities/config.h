@@ -18,20 +18,17 @@ namespace Hardware::Ucd9012 {
 //
 // For each collection `<attr>`:
 // - `<attr>( name )` gives the member, or null; it adds 1 to the read counter.
-// - `<attr>Is( name, ... )` gives the member under the name, made if there is none: then the
-// listeners
-//   hear `on<Attr>( name )`. For one that exists each further argument must be the one that it was
-//   made with, or it throws `NameInUseException` ("Reinstantiating the entity with name ...") and
-//   nothing changes. On success the mutation counter goes up by 1 either way.
-// - `new<Attr>( name, ... )` makes a member, replacing one of that name, counts nothing and tells
-// nobody.
-// - `<attr>Del( name )`, `<attr>Del( iterator )` take the member out and give it, or null when
-// there is
-//   none; `<attr>DelAll()` takes out all, with one notification each.
+// - `<attr>Is( name, ... )` gives the member under the name. A missing one is made, and the
+//   listeners hear `on<Attr>( name )`. For one that exists each further argument must be what it
+//   was made with, or the call throws `NameInUseException` ("Reinstantiating the entity with name
+//   ...") and nothing changes. On success the mutation counter goes up by 1 either way.
+// - `new<Attr>( name, ... )` makes a member, which replaces one of that name; it counts nothing and
+//   tells nobody.
+// - `<attr>Del( name )` and `<attr>Del( iterator )` take the member out and give it, or null when
+//   there is none; `<attr>DelAll()` takes out all, with one notification each.
 // - `<attr>Notify( name )` tells the listeners of one member.
-// - `<attr>Count()`, `<attr>Iterator()`, `<attr>IteratorConst()` walk the members in an order that
-// stays
-//   the same; see `Zol::HashMap`.
+// - `<attr>Count()`, `<attr>Iterator()` and `<attr>IteratorConst()` walk the members in an order
+//   that does not change; see `Zol::HashMap`.
 class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Entity>> {
  public:
   class NotifieeConst;

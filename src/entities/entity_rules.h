@@ -40,18 +40,38 @@ class EntityRules : public Base {
   using Base::Base;
 
  protected:
-  // Makes a member and enters it into the collection; counts nothing and tells nobody.
+  // Gives the member under the key. One that exists goes through `requireSame( member )`, which
+  // throws when it was made with other parameters, and nobody is told; a missing one is made by
+  // `make()`, and `tell( key )` follows. Counts one mutation either way.
+  template <class Map, class Key, class RequireSame, class Make, class Tell>
+  auto memberIs(Map& map, Key const& key, RequireSame&& requireSame, Make&& make, Tell&& tell)
+      -> decltype(make()) {
+    if (auto const member = decltype(make())(map[key])) {
+      requireSame(*member);
+      this->countMutation();
+      return member;
+    }
+    auto const member = make();
+    this->countMutation();
+    tell(key);
+    return member;
+  }
+
+  // Makes a member and enters it into the collection; counts nothing and tells nobody. A member
+  // that it replaces has no parent any more.
   template <class Map, class Child>
   Zol::Ptr<Child> makeMember(Map& map, Zol::AttributeId id, Child* made) {
-    Zol::Ptr<Child> child(made);
+    Zol::SelfHold const hold(*this);
+    Zol::Ptr<Child> const child(made);
     child->parentAttrIdIs(id);
-    map.newMember(child.get());
+    Zol::Ptr<Child> const replaced = map.newMember(child.get());
     child->parentIs(this);
+    if (replaced) replaced->parentIs(nullptr);
     return child;
   }
 
-  // Takes a member out and tells of its key. Gives the member; null for null, and for an entity that is
-  // no member any more.
+  // Takes a member out and tells of its key. Gives the member; null for null, and for an entity
+  // that is no member any more.
   template <class Map, class Child, class Tell>
   Zol::Ptr<Child> takeOut(Map& map, Child* member, Tell&& tell) {
     Zol::Ptr<Child> const child(member);
@@ -64,10 +84,14 @@ class EntityRules : public Base {
     return child;
   }
 
-  // Takes out every member by `del`, the class's own operation: one notification for each.
+  // Takes out every member by `del`, the class's own operation: one notification for each. Holds
+  // this entity meanwhile, since a listener may drop the last reference to it.
   template <class Map, class Del>
   void takeOutAll(Map& map, Del&& del) {
-    for (typename Map::Iterator it(&map); it; ++it) del(it);
+    typename Map::Iterator it(&map);
+    if (!it) return;
+    Zol::SelfHold const hold(*this);
+    for (; it; ++it) del(it);
   }
 
   // Tells the listeners of class `Slots` of one member of a keyed attribute.

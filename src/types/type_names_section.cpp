@@ -49,10 +49,15 @@ constexpr auto kContents = [] {
   return bytes;
 }();
 
-// Writable, and kept by the compiler and by a linker that drops unused sections.
-[[gnu::section(".zol.type"), gnu::used, gnu::retain,
-  gnu::aligned(kLine)]] constinit std::array<char, kSize>
-    typeNames = kContents;
+// Writable, and kept by the compiler and by a linker that drops unused sections. One sanitizer
+// would put guard bytes behind it.
+// clang-format off
+#ifdef __clang__
+[[clang::no_sanitize("address")]]
+#endif
+[[gnu::section(".zol.type"), gnu::used, gnu::retain, gnu::aligned(kLine)]]
+constinit std::array<char, kSize> typeNames = kContents;
+// clang-format on
 
 }  // namespace
 

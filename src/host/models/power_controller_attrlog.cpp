@@ -2,6 +2,7 @@
 
 #include "host/zol/attrlog/log_stamps.h"
 #include "host/zol/reactor_adapter.h"
+#include "host/zol/registry/zol_type.h"
 
 namespace Hardware::PowerController {
 
@@ -13,6 +14,8 @@ namespace {
 constexpr Zol::NboAttrLog::DirtyBit dirtyBit(Zol::AttributeId id) {
   return Zol::NboAttrLog::DirtyBit::of(0, Model::Id::autoStartPowerProgram, id);
 }
+
+Zol::ZolAttr const* cachedAttr(Zol::AttributeId id) { return Model::_fwkType()->attr(id); }
 
 constexpr Zol::NboAttrLog::LogRow kRows[] = {
 #include "host/zol/stamp/stamp_log_rows.h"

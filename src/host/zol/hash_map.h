@@ -70,10 +70,10 @@ class HashMap {
   [[nodiscard]] Entry* operator[](Key const& key) const {
     return static_cast<Entry*>(generic_.find(&key, keyHash(key)));
   }
-  void newMember(Entry* entry) {
-    // The key may live in the entry that this one replaces.
-    Key const key = entry->zolKey();
-    generic_.newMemberG(entry, &key);
+  // Enters the entry. Gives the one that stood under its key before and has left for it, or null.
+  Ptr<Entry> newMember(Entry* entry) {
+    Ptr<PtrInterface> const replaced = generic_.newMemberG(entry, &entry->zolKey());
+    return static_cast<Entry*>(replaced.get());
   }
   void deleteMember(Entry* entry) { generic_.deleteMember(entry); }
 
@@ -114,13 +114,16 @@ class HashMap<Entry, Key, Value>::IteratorConst {
   }
 
   explicit operator bool() const noexcept { return static_cast<bool>(entry_); }
+  // Stays where it is when it stands on nothing.
   IteratorConst& operator++() {
+    if (!entry_) return *this;
     HashMapGeneric const& generic = map_->generic_;
     PtrInterface* const next = version_ == generic.version()
                                    ? generic.next(entry_.get(), bucket_)
                                    : generic.findNextG(entry_.get(), bucket_);
-    entry_ = static_cast<Entry*>(next);
+    // Before the entry goes: its end may change the collection, which the next step has to see.
     version_ = generic.version();
+    entry_ = static_cast<Entry*>(next);
     return *this;
   }
   [[nodiscard]] Key key() const { return entry_->zolKey(); }

@@ -37,7 +37,7 @@ void HashMapGeneric::unchain(std::uint32_t bucket, PtrInterface* previous, PtrIn
   vTable_->setNext(entry, nullptr);
 }
 
-void HashMapGeneric::newMemberG(PtrInterface* entry, void const* key) {
+Ptr<PtrInterface> HashMapGeneric::newMemberG(PtrInterface* entry, void const* key) {
   if (!buckets_) buckets_ = std::make_unique<Ptr<PtrInterface>[]>(std::size_t{1} << log_);
   if (count_ >= (std::uint32_t{1} << log_)) grow();
   Ptr<PtrInterface> const hold(entry);
@@ -49,13 +49,16 @@ void HashMapGeneric::newMemberG(PtrInterface* entry, void const* key) {
     previous = at;
     at = link(at).next.get();
   }
+  Ptr<PtrInterface> replaced;
   if (at && vTable_->keyEquals(key, at)) {
+    replaced = at;
     unchain(bucket, previous, at);
   } else {
     ++count_;
   }
   chain(bucket, previous, entry);
   ++version_;
+  return replaced;
 }
 
 void HashMapGeneric::deleteMember(PtrInterface* entry) {

@@ -69,8 +69,8 @@ class ZOL_EXPORT HashMapGeneric {
   }
 
   // Chains the entry. `key` is the entry's key; one that exists under an equal key is replaced, and
-  // the count stays.
-  void newMemberG(PtrInterface* entry, void const* key);
+  // the count stays. Gives the entry that was replaced, or null.
+  Ptr<PtrInterface> newMemberG(PtrInterface* entry, void const* key);
   // Unchains the entry; does nothing when it is not a member.
   void deleteMember(PtrInterface* entry);
   // The member under the key, or null. Allocates nothing.

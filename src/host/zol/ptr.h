@@ -94,6 +94,9 @@ class ValidPtr {
   ValidPtr(T* object) : ptr_(object) { require(); }
   template <class U>
   requires std::is_convertible_v<U*, T*> ValidPtr(Ptr<U> ptr) : ptr_(std::move(ptr)) { require(); }
+  // Copied, never moved: what is moved from would be null.
+  ValidPtr(ValidPtr const&) = default;
+  ValidPtr& operator=(ValidPtr const&) = default;
 
   [[nodiscard]] T* get() const noexcept { return ptr_.get(); }
   T* operator->() const noexcept { return ptr_.get(); }

@@ -47,6 +47,8 @@ class ZOL_EXPORT PtrInterface {
   void referencesDec() const {
     if ((add(~std::uint32_t{0}) & kReleaseMask) == 0) handleZeroRef();
   }
+  // Drops a reference without the end of an object that nobody else holds: see `SelfHold`.
+  void referencesDecKeep() const noexcept { add(~std::uint32_t{0}); }
   // Adds a reference that nobody ever drops, so that the object lives as long as the process.
   void referencesLeak() const noexcept { add(1); }
   [[nodiscard]] std::uint32_t references() const noexcept { return word() & kCountMask; }
@@ -100,6 +102,23 @@ class ZOL_EXPORT PtrInterface {
   void handleZeroRef() const;
 
   mutable std::uint32_t word_ = 0;
+};
+
+// Holds an object while it works on itself and hands itself out. One that nobody held before is not
+// destroyed by that: it goes back to count 0 and waits for its first owner.
+class SelfHold {
+ public:
+  explicit SelfHold(PtrInterface const& object) noexcept
+      : object_(object), unowned_(object.references() == 0) {
+    object_.referencesInc();
+  }
+  ~SelfHold() { unowned_ ? object_.referencesDecKeep() : object_.referencesDec(); }
+  SelfHold(SelfHold const&) = delete;
+  SelfHold& operator=(SelfHold const&) = delete;
+
+ private:
+  PtrInterface const& object_;
+  bool const unowned_;
 };
 
 }  // namespace Zol

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <compare>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
@@ -93,6 +94,10 @@ class String8::Iterator {
   std::size_t position_ = 0;
 };
 
+// What a name is compared with and joined to without being made into a text first.
+template <class T>
+concept PlainText = std::convertible_to<T const&, std::string_view>;
+
 // A text used as a name or key: compares by identity, then hash, then bytes.
 class ZOL_EXPORT Name {
  public:
@@ -110,7 +115,8 @@ class ZOL_EXPORT Name {
 
   friend bool operator==(Name const& a, Name const& b) noexcept { return a.text_ == b.text_; }
   friend bool operator==(Name const& a, String8 const& b) noexcept { return a.text_ == b; }
-  friend bool operator==(Name const& a, char const* b) noexcept {
+  template <PlainText T>
+  friend bool operator==(Name const& a, T const& b) noexcept {
     return a.view() == std::string_view(b);
   }
   friend std::strong_ordering operator<=>(Name const& a, Name const& b) noexcept {
@@ -119,9 +125,21 @@ class ZOL_EXPORT Name {
   friend std::strong_ordering operator<=>(Name const& a, String8 const& b) noexcept {
     return a.text_ <=> b;
   }
+  template <PlainText T>
+  friend std::strong_ordering operator<=>(Name const& a, T const& b) noexcept {
+    return a.view() <=> std::string_view(b);
+  }
   friend String8 operator+(Name const& a, Name const& b) { return a.text_ + b.text_; }
   friend String8 operator+(Name const& a, String8 const& b) { return a.text_ + b; }
   friend String8 operator+(String8 const& a, Name const& b) { return a + b.text_; }
+  template <PlainText T>
+  friend String8 operator+(Name const& a, T const& b) {
+    return a.text_ + String8(std::string_view(b));
+  }
+  template <PlainText T>
+  friend String8 operator+(T const& a, Name const& b) {
+    return String8(std::string_view(a)) + b.text_;
+  }
   friend std::ostream& operator<<(std::ostream& stream, Name const& name) {
     return stream << name.text_;
   }

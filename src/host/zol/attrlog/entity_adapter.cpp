@@ -29,10 +29,8 @@ class HandlingScheduledFlowOutAnchor {
 
 EntityAdapter::~EntityAdapter() = default;
 
-void EntityAdapter::requireWritable(AttributeId id) const {
-  if (has(flagOutReadOnly) && !convertedToWritable(false)) {
-    doThrowReadOnly(entity()->fwkType()->attr(id));
-  }
+void EntityAdapter::requireWritable(AttributeId id, ZolAttr const* (*attr)(AttributeId)) const {
+  if (has(flagOutReadOnly) && !convertedToWritable(false)) doThrowReadOnly(attr(id));
 }
 
 bool EntityAdapter::mayLeaveDirectly(AttributeId id, Out const& out) {
@@ -85,7 +83,7 @@ bool EntityAdapter::textChanged(LogRow const& row, String8 (*current)(Entity con
   if (isSilent() || has(flagApplying)) return true;
   Ptr<Out> const out = nboAttrLogOut();
   if (!out) return true;
-  requireWritable(row.id);
+  requireWritable(row.id, row.attr);
 
   FlowOut* const flow = has(flagNoFlowOut) ? nullptr : flowOut();
   bool const scheduled = has(flagScheduledFlowOut);

@@ -46,7 +46,7 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
     if (isSilent() || has(flagApplying)) return;
     Ptr<Out> const out = nboAttrLogOut();
     if (!out) return;
-    requireWritable(row.id);
+    requireWritable(row.id, row.attr);
     if (mayLeave(row, *out)) write(out);
   }
 
@@ -73,7 +73,7 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
     return has(flagStale | flagMuted) || !has(flagStreaming);
   }
   // Throws through `doThrowReadOnly` when outbound changes are refused.
-  void requireWritable(AttributeId id) const;
+  void requireWritable(AttributeId id, ZolAttr const* (*attr)(AttributeId)) const;
   // Whether a message may leave now without a look at what is owed; makes a flow where it may not.
   [[nodiscard]] bool mayLeaveDirectly(AttributeId id, Out const& out);
   void attributeOwed(LogRow const& row);

@@ -27,6 +27,8 @@ struct LogRow {
   AttributeId id;
   Kind kind;
   DirtyBit bit;
+  // The registered attribute, to name it in a refusal; null when it was not registered.
+  ZolAttr const* (*attr)(AttributeId);
   // The reaction, by way of the virtual slot. `key` points to a key of the attribute's key type.
   void (*react)(EntityAdapter&, void* key);
   // Sends what is owed of a text or collection; true when nothing more is.

@@ -5,8 +5,9 @@
 
 namespace Zol {
 
-// The adapter of `entity` on `out`, of class `X::ZolNboAttrLogSa`. One that exists takes the flags; one
-// of another class is dropped and replaced. Throws `RangeException` "null ValidPtr" for a null `out`.
+// The adapter of `entity` on `out`, of class `X::ZolNboAttrLogSa`. One that exists takes the flags;
+// one of another class is dropped and replaced. Throws `RangeException` "null ValidPtr" for a null
+// `out`.
 template <class X>
 Ptr<Entity::ZolNboAttrLogSa> adapterIs(X& entity, Entity::Zol_BitSet flags, unsigned int n,
                                        Ptr<NboAttrLog::Out> const& out,

@@ -19,7 +19,7 @@ void ParentAdapter::childChanged(ChildRow const& row, Name const& key, Ptr<Entit
   Ptr<Out> const out = nboAttrLogOut();
   if (!out) return;
   if (applying) return adopt(child);
-  requireWritable(row.id);
+  requireWritable(row.id, row.attr);
   if (!keyMayLeave(row, key, *out)) return;
   if (!child) {
     out->nextHeaderIs({entityId(), -row.id, true, 0, 0, false});

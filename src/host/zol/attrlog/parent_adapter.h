@@ -11,6 +11,8 @@ class ParentAdapter;
 // One keyed child attribute.
 struct ChildRow {
   AttributeId id;
+  // The registered attribute, to name it in a refusal.
+  ZolAttr const* (*attr)(AttributeId);
   // The keys owed, in a flow of the class.
   DirtyNames& (*dirty)(FlowOut&);
   // Makes or finds the child's adapter and announces the child.
@@ -80,7 +82,7 @@ bool ParentAdapter::collectionOwed(LogRow const& row, Map const& map,
   using Walk = typename Map::IteratorConst;
   if (has(flagQuiet) || (!has(flagApplying) && handlingFlowInFor(row.id))) return false;
   if (isSilent() || has(flagApplying) || !nboAttrLogOut()) return true;
-  requireWritable(row.id);
+  requireWritable(row.id, row.attr);
   Ptr<FlowOut> const flow(flowOut());
   if (!flow) {
     for (Walk it(&map); it; ++it) send(it.key(), it.ptr());

@@ -125,7 +125,8 @@ class LinkQueue<Member, Key, Value>::IteratorConst {
   }
 
   // The first member behind `key` in the order of entry, which is the order of the keys but for one
-  // place where they may fall from the highest to the lowest number.
+  // place where they may fall from the highest to the lowest number. Where they do, a key that lies
+  // between the last and the first one is taken to be behind the last.
   [[nodiscard]] Member* following(Key key) const {
     Member* const found = atOrBehind(key);
     return found && found->fwkQkey() == key ? next(found) : found;

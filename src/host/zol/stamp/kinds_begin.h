@@ -5,7 +5,7 @@
 // id           its attribute id, fixed for good: it goes over the wire
 // Type         the C++ type of the value; of an entity, its class
 // Key          the C++ type of the key; `field` is the attribute of the member that holds it
-// FLAGS        its flag class (schema/flag_classes.h)
+// FLAGS        its flag class (host/zol/registry/attr_flags.h)
 #ifndef ZOL_UNKEYED
 #define ZOL_UNKEYED(attr, Attr, id)
 #endif
