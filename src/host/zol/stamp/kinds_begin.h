@@ -1,5 +1,5 @@
-// Opens an attribute list. Whoever includes a list defines the kinds that it wants to tell apart; a kind
-// that is left undefined falls back to ZOL_UNKEYED or ZOL_KEYED, and these to nothing.
+// Opens an attribute list. Whoever includes a list defines the kinds that it wants to tell apart; a
+// kind that is left undefined falls back to ZOL_UNKEYED or ZOL_KEYED, and these to nothing.
 //
 // attr, Attr   the attribute's name, as it stands and with a capital letter
 // id           its attribute id, fixed for good: it goes over the wire
