@@ -57,7 +57,8 @@ void Entity::handleParent(Ptr<Entity> const&) {}
 bool Entity::zolHasAttrLogInterface() const { return false; }
 
 Entity::NotifieeConst::~NotifieeConst() {
-  if (entity() && isRegisteredNotifiee()) leave();
+  // A weak listener outside the list may have outlived its notifier, which is not looked at then.
+  if (isRegisteredNotifiee() && entity()) leave();
 }
 
 void Entity::NotifieeConst::onParent() {}

@@ -62,7 +62,8 @@ class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
   virtual ActivitySm* actsm();
 
   // True: from now on this listener holds no count on its notifier. A notifier that dies first
-  // clears the link of its weak listeners.
+  // clears the link of the weak listeners in its list. The trap: one that has left the list before
+  // learns nothing of it, and may then only be destroyed.
   void isWeakReferenceIs(bool value);
   [[nodiscard]] bool isWeakReference() const noexcept { return weak_; }
   [[nodiscard]] bool isRegisteredNotifiee() const noexcept { return registered_; }
