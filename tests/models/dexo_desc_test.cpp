@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <limits>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,6 @@
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class DescriptorListener : public SmbusDexo::DexoDesc::Notifiee {
  public:
@@ -38,22 +36,6 @@ class SmbusDescriptor : public ::testing::Test {
   SmbusDescriptor() {
     listener->isRegisteredNotifieeIs(true);
     listener->notifierIs(desc);
-  }
-
-  // Two sets of values; each value of the second differs from that of the first.
-  void setAll(bool second) {
-    using namespace Hardware;
-    unsigned char const step = second ? 10 : 0;
-    desc->lobusAccelIdIs(static_cast<unsigned char>(1 + step));
-    desc->busIdIs(static_cast<unsigned char>(2 + step));
-    desc->deviceIdIs(static_cast<unsigned char>(0x4e + step));
-    desc->addrSizeIs(second ? SmbusAddrSize::twoBytes : SmbusAddrSize::oneByte);
-    desc->writeNoStopReadCurrentIs(!second);
-    desc->writeDelayIs(second ? SmbusDelay::delay2ms : SmbusDelay::delay1ms);
-    desc->readDelayIs(second ? SmbusDelay::delay10us : SmbusDelay::delay20us);
-    desc->bug30005ExtraDelaysIs(second);
-    desc->busTimeoutIs(second ? SmbusTimeout::timeout1s : SmbusTimeout::timeout25ms);
-    desc->smbusAgentIdIs(static_cast<unsigned char>(7 + step));
   }
 
   Zol::Ptr<Hardware::SmbusDevice> device = new Hardware::SmbusDevice("bus1");
@@ -80,20 +62,26 @@ TEST_F(SmbusDescriptor, HoldsItsTwelveArguments) {
   EXPECT_EQ(desc->readCounter(), 11u);
 }
 
-TEST_F(SmbusDescriptor, TellsEachOfItsTenChanges) {
-  setAll(true);
+TEST_F(SmbusDescriptor, TellsEachOfItsTenChangesOnce) {
+  using namespace Hardware;
+  for (int i = 0; i < 2; ++i) {
+    desc->lobusAccelIdIs(11);
+    desc->busIdIs(12);
+    desc->deviceIdIs(0x58);
+    desc->addrSizeIs(SmbusAddrSize::twoBytes);
+    desc->writeNoStopReadCurrentIs(false);
+    desc->writeDelayIs(SmbusDelay::delay2ms);
+    desc->readDelayIs(SmbusDelay::delay10us);
+    desc->bug30005ExtraDelaysIs(true);
+    desc->busTimeoutIs(SmbusTimeout::timeout1s);
+    desc->smbusAgentIdIs(17);
+  }
   EXPECT_THAT(listener->heard, ElementsAre("lobusAccelId", "busId", "deviceId", "addrSize",
                                            "writeNoStopReadCurrent", "writeDelay", "readDelay",
                                            "bug30005ExtraDelays", "busTimeout", "smbusAgentId"));
   EXPECT_EQ(desc->mutationCounter(), 10u);
-  EXPECT_EQ(desc->busTimeout(), Hardware::SmbusTimeout::timeout1s);
-  EXPECT_EQ(desc->smbusAgentId(), Hardware::LobusAgentId(17));
-}
-
-TEST_F(SmbusDescriptor, TellsNothingOfTheValuesItHolds) {
-  setAll(false);
-  EXPECT_THAT(listener->heard, IsEmpty());
-  EXPECT_EQ(desc->mutationCounter(), 0u);
+  EXPECT_EQ(desc->busTimeout(), SmbusTimeout::timeout1s);
+  EXPECT_EQ(desc->smbusAgentId(), LobusAgentId(17));
 }
 
 TEST_F(SmbusDescriptor, IsNotTakenForAnI2cDescriptor) {
@@ -112,12 +100,8 @@ TEST(SmbusEnumerations, TurnNumbersAndNamesIntoEnumerators) {
   EXPECT_EQ(SmbusTimeoutInstance("timeout25ms"), SmbusTimeout::timeout25ms);
   EXPECT_EQ(stringValue(SmbusAddrSize::twoBytes), Zol::String8("twoBytes"));
   EXPECT_EQ(stringValue(static_cast<SmbusDelay>(99)), Zol::String8("SmbusDelay(99)"));
-  EXPECT_EQ(valueToStrep(SmbusTimeout::busDefault), Zol::String8("'busDefault'"));
   EXPECT_THROW(SmbusAddrSizeInstance(5), Zol::RangeException);
   EXPECT_THROW(SmbusDelayInstance("Delay1ms"), Zol::RangeException);
-  std::ostringstream stream;
-  stream << SmbusAddrSize::noAddress << SmbusDelay::noDelay << SmbusTimeout::timeout1s;
-  EXPECT_EQ(stream.str(), "noAddressnoDelaytimeout1s");
 }
 
 TEST(Quantities, CompareAsTheirNumbers) {

@@ -30,22 +30,9 @@ std::vector<std::string> rest(Queue::IteratorConst it) {
 class LinkQueueTest : public testing::Test {
  protected:
   Member* enq(char const* text) { return queue.enq(Zol::String8(text)); }
-  Queue::IteratorConst at(char const* text) const {
-    Queue::IteratorConst it(queue);
-    while (it && it->view() != text) ++it;
-    return it;
-  }
 
   Queue queue;
 };
-
-TEST_F(LinkQueueTest, WalksInOrderOfEntry) {
-  EXPECT_THAT(rest(Queue::IteratorConst(queue)), IsEmpty());
-  enq("a");
-  enq("b");
-  enq("c");
-  EXPECT_THAT(rest(Queue::IteratorConst(queue)), ElementsAre("a", "b", "c"));
-}
 
 TEST_F(LinkQueueTest, WalkSeesWhatIsEnteredBehindIt) {
   enq("a");
@@ -55,35 +42,14 @@ TEST_F(LinkQueueTest, WalkSeesWhatIsEnteredBehindIt) {
   EXPECT_THAT(rest(it), ElementsAre("b"));
 }
 
-TEST_F(LinkQueueTest, WalkGoesOnAfterItsOwnMemberWasTakenOut) {
-  enq("a");
-  Member const* const b = enq("b");
-  enq("c");
-  Queue::IteratorConst it = at("b");
-  queue.del(b);
-  EXPECT_EQ(it->view(), "b");
-  ++it;
-  EXPECT_THAT(rest(it), ElementsAre("c"));
-  EXPECT_THAT(rest(Queue::IteratorConst(queue)), ElementsAre("a", "c"));
-}
-
-TEST_F(LinkQueueTest, WalkEndsWhenTheLastMemberIsTakenOutUnderIt) {
-  enq("a");
-  Member const* const b = enq("b");
-  Queue::IteratorConst it = at("b");
-  queue.del(b);
-  ++it;
-  EXPECT_FALSE(it);
-  enq("c");
-  EXPECT_THAT(rest(Queue::IteratorConst(queue)), ElementsAre("a", "c"));
-}
-
-TEST_F(LinkQueueTest, WalkEndsWhenTheQueueIsEmptied) {
+TEST_F(LinkQueueTest, WalkEndsWhenTheQueueIsEmptiedUnderIt) {
   Member const* const a = enq("a");
   Queue::IteratorConst it(queue);
   queue.del(a);
   ++it;
   EXPECT_FALSE(it);
+  enq("b");
+  EXPECT_THAT(rest(Queue::IteratorConst(queue)), ElementsAre("b"));
 }
 
 TEST_F(LinkQueueTest, RemovalOfAForeignMemberChangesNothing) {
@@ -108,42 +74,56 @@ TEST(LinkQueueBookmark, IsNeverAMemberWithKeyZero) {
   EXPECT_FALSE(it.hasBookmark());
 }
 
-// The keys of a to f fall from the highest to 0 behind c. Each case takes some out while a walk
-// stands on one.
-struct WrapCase {
+// Each case takes some of a to f out while a walk stands on one; with keys that rise, and with keys
+// that fall from the highest to 0 behind c.
+struct WalkCase {
   std::string standsOn;
   std::string takenOut;
   std::vector<std::string> seenBehind;
 };
 
-class WrappedQueue : public testing::TestWithParam<WrapCase> {};
+class ChangedQueue : public testing::TestWithParam<WalkCase> {
+ protected:
+  std::vector<std::string> seenBehind(std::uint32_t firstKey) const {
+    Queue queue(firstKey);
+    std::vector<Member*> members;
+    for (char const* text : {"a", "b", "c", "d", "e", "f"}) {
+      members.push_back(queue.enq(Zol::String8(text)));
+    }
+    Queue::IteratorConst it(queue);
+    while (it->view() != GetParam().standsOn) ++it;
+    for (char const name : GetParam().takenOut) {
+      queue.del(members[static_cast<std::size_t>(name - 'a')]);
+    }
+    EXPECT_EQ(it->view(), GetParam().standsOn);
+    ++it;
+    return rest(it);
+  }
+};
 
-TEST_P(WrappedQueue, WalkGoesOnInOrderOfEntry) {
-  Queue queue(kHighestKey - 2);
-  std::vector<Member*> members;
-  for (char const* text : {"a", "b", "c", "d", "e", "f"}) {
-    members.push_back(queue.enq(Zol::String8(text)));
+TEST_P(ChangedQueue, WalkSeesAllThatStayBehindItWhenTheKeysRise) {
+  std::vector<std::string> expected;
+  for (char name = static_cast<char>(GetParam().standsOn[0] + 1); name <= 'f'; ++name) {
+    if (GetParam().takenOut.find(name) == std::string::npos) expected.emplace_back(1, name);
   }
-  Queue::IteratorConst it(queue);
-  while (it->view() != GetParam().standsOn) ++it;
-  for (char const name : GetParam().takenOut) {
-    queue.del(members[static_cast<std::size_t>(name - 'a')]);
-  }
-  ++it;
-  EXPECT_EQ(rest(it), GetParam().seenBehind);
+  EXPECT_EQ(seenBehind(1), expected);
+}
+
+TEST_P(ChangedQueue, WalkGoesOnInOrderOfEntryWhenTheKeysFall) {
+  EXPECT_EQ(seenBehind(kHighestKey - 2), GetParam().seenBehind);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , WrappedQueue,
-    testing::Values(WrapCase{"a", "b", {"c", "d", "e", "f"}},
-                    WrapCase{"b", "b", {"c", "d", "e", "f"}}, WrapCase{"c", "c", {"d", "e", "f"}},
-                    WrapCase{"d", "d", {"e", "f"}}, WrapCase{"e", "e", {"f"}},
-                    WrapCase{"f", "f", {}}, WrapCase{"f", "a", {}},
-                    WrapCase{"a", "f", {"b", "c", "d", "e"}}, WrapCase{"b", "bc", {"d", "e", "f"}},
-                    WrapCase{"d", "de", {"f"}}, WrapCase{"b", "bcde", {"f"}},
-                    WrapCase{"e", "ef", {}},
+    , ChangedQueue,
+    testing::Values(WalkCase{"a", "b", {"c", "d", "e", "f"}},
+                    WalkCase{"b", "b", {"c", "d", "e", "f"}}, WalkCase{"c", "c", {"d", "e", "f"}},
+                    WalkCase{"d", "d", {"e", "f"}}, WalkCase{"e", "e", {"f"}},
+                    WalkCase{"f", "f", {}}, WalkCase{"f", "a", {}},
+                    WalkCase{"a", "f", {"b", "c", "d", "e"}}, WalkCase{"b", "bc", {"d", "e", "f"}},
+                    WalkCase{"d", "de", {"f"}}, WalkCase{"b", "bcde", {"f"}},
+                    WalkCase{"e", "ef", {}},
                     // A key between the last and the first one counts as behind the last.
-                    WrapCase{"a", "a", {}}, WrapCase{"b", "ab", {}}),
+                    WalkCase{"a", "a", {}}, WalkCase{"b", "ab", {}}),
     [](auto const& each) { return "On" + each.param.standsOn + "Without" + each.param.takenOut; });
 
 }  // namespace

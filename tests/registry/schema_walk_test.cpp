@@ -1,12 +1,17 @@
 // The whole schema as a tool sees it: only walks over what the registry has, compared with the
-// expected table.
+// expected table; and what the type objects can make, knowing only the type.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 
 #include "entities/config.h"
 #include "entities/status.h"
+#include "entities/voltage_rail_config.h"
+#include "host/models/siblings.h"
+#include "host/zol/attrlog/in.h"
 #include "host/zol/registry/recording_target.h"
 #include "registry/expected_schema.h"
 #include "values/ucd_cause.h"
@@ -14,25 +19,7 @@
 namespace {
 
 using ExpectedSchema::Kind;
-using testing::ElementsAre;
-
-std::vector<std::string> texts(Zol::TextQueue::IteratorConst it) {
-  std::vector<std::string> found;
-  for (; it; ++it) found.emplace_back((*it).view());
-  return found;
-}
-
-std::vector<std::string> firsts(std::vector<std::pair<std::string, std::string>> const& pairs) {
-  std::vector<std::string> found;
-  for (auto const& pair : pairs) found.push_back(pair.first);
-  return found;
-}
-
-std::vector<std::string> seconds(std::vector<std::pair<std::string, std::string>> const& pairs) {
-  std::vector<std::string> found;
-  for (auto const& pair : pairs) found.push_back(pair.second);
-  return found;
-}
+using namespace Hardware::Ucd9012;
 
 std::string nameOf(Zol::ZolType const* type) {
   return type ? std::string(type->fullName().view()) : std::string();
@@ -49,14 +36,14 @@ class SchemaWalk : public testing::TestWithParam<ExpectedSchema::Type> {
   SchemaWalk() {
     // The library is loaded before the process begins; a reference to it keeps the linker from
     // leaving it out.
-    EXPECT_NE(Hardware::Ucd9012::Config::_fwkType(), nullptr);
+    EXPECT_NE(Config::_fwkType(), nullptr);
   }
 
   ExpectedSchema::Type const& expected = GetParam();
   Zol::ZolType* const type = registered(ExpectedSchema::fullName(GetParam()));
 };
 
-TEST_P(SchemaWalk, TypeIsOfItsKind) {
+TEST_P(SchemaWalk, TypeIsOfItsKindAndMadeFromItsArguments) {
   EXPECT_EQ(type->name(), Zol::Name(expected.name));
   EXPECT_EQ(nameOf(type->baseType()), expected.base);
   EXPECT_EQ(type->isEntity(), expected.kind == Kind::entity);
@@ -65,14 +52,10 @@ TEST_P(SchemaWalk, TypeIsOfItsKind) {
   EXPECT_TRUE(type->hasGenericIfSupport());
   EXPECT_EQ(type->valAttr(), nullptr);
   EXPECT_FALSE(type->typeFlagsDoEmbeddedWriteConstraints());
-  if (expected.kind == Kind::enumeration) {
-    EXPECT_EQ(type->size(), 4U);
-  }
-}
-
-TEST_P(SchemaWalk, ConstructorArgumentsStandAsTexts) {
-  EXPECT_EQ(texts(type->constructorArgNameQIteratorConst()), firsts(expected.args));
-  EXPECT_EQ(texts(type->constructorArgTypeQIteratorConst()), seconds(expected.args));
+  EXPECT_TRUE(expected.kind != Kind::enumeration || type->size() == 4U);
+  EXPECT_EQ(ExpectedSchema::lineOf(type->constructorArgNameQIteratorConst(),
+                                   type->constructorArgTypeQIteratorConst()),
+            ExpectedSchema::lineOf(expected.args));
 }
 
 TEST_P(SchemaWalk, AttributesAreWalkedInOrderWithAllThatIsKnownOfThem) {
@@ -80,18 +63,7 @@ TEST_P(SchemaWalk, AttributesAreWalkedInOrderWithAllThatIsKnownOfThem) {
   for (ExpectedSchema::Attr const& attr : ExpectedSchema::allAttrs(expected)) {
     SCOPED_TRACE(attr.name);
     ASSERT_TRUE(it);
-    ExpectedSchema::Flags const flags = ExpectedSchema::flagsOf(attr.attrClass);
-    auto const args = ExpectedSchema::argsOf(attr);
-    EXPECT_EQ(it->name(), Zol::Name(attr.name));
-    EXPECT_EQ(it->attrId(), attr.id);
-    EXPECT_EQ(it->flags().low, flags.low);
-    EXPECT_EQ(it->flags().high, flags.high);
-    EXPECT_EQ(it->introspectionFlags(), flags.introspection);
-    EXPECT_EQ(nameOf(it->type()), attr.value);
-    EXPECT_EQ(nameOf(it->keyType()), attr.key);
-    EXPECT_EQ(it->keyFieldName(), Zol::Name(attr.keyField));
-    EXPECT_EQ(texts(it->constructorArgNameQIteratorConst()), firsts(args));
-    EXPECT_EQ(texts(it->constructorArgTypeQIteratorConst()), seconds(args));
+    EXPECT_EQ(ExpectedSchema::lineOf(*it), ExpectedSchema::lineOf(attr));
     EXPECT_EQ(it->owner(), type) << "each type has attributes of its own";
     EXPECT_EQ(type->attr(attr.id), it.ptr().get());
     EXPECT_EQ(type->attr(Zol::Name(attr.name)), it.ptr());
@@ -129,37 +101,46 @@ TEST(RegisteredTypes, BasesListTheTypesDerivedFromThem) {
   }
 }
 
-TEST(RegisteredTypes, SizesAreThoseOfTheClasses) {
-  EXPECT_EQ(Hardware::Ucd9012::Config::_fwkType()->size(), sizeof(Hardware::Ucd9012::Config));
-  EXPECT_EQ(Hardware::Ucd9012::Status::_fwkType()->size(), sizeof(Hardware::Ucd9012::Status));
-  EXPECT_EQ(Hardware::Ucd9012::UcdCause::_fwkType()->size(), sizeof(Hardware::Ucd9012::UcdCause));
-}
+TEST(RegisteredTypes, AreThoseOfTheClassesAndOfTheirObjects) {
+  EXPECT_EQ(Config::_fwkType()->size(), sizeof(Config));
+  EXPECT_EQ(Status::_fwkType()->size(), sizeof(Status));
+  EXPECT_EQ(UcdCause::_fwkType()->size(), sizeof(UcdCause));
 
-TEST(RegisteredTypes, AnObjectGivesTheTypeOfItsOwnClass) {
-  Zol::Ptr<Zol::Entity> const entity = Hardware::Ucd9012::configFactory("board");
-  EXPECT_EQ(entity->fwkType(), Hardware::Ucd9012::Config::_fwkType());
+  Zol::Ptr<Zol::Entity> const entity = configFactory("board");
+  EXPECT_EQ(entity->fwkType(), Config::_fwkType());
   EXPECT_EQ(entity->fwkType()->fwkType(), Zol::ZolType::_fwkType());
-  EXPECT_EQ(Hardware::Ucd9012::UcdCause().fwkType(), Hardware::Ucd9012::UcdCause::_fwkType());
+  EXPECT_EQ(UcdCause().fwkType(), UcdCause::_fwkType());
 }
 
-TEST(RegisteredTypes, AccessorsMakeNoFurtherReport) {
-  struct Counter final : Zol::IntrospectionTarget {
-    void handleNameSpace(Zol::String8 const&) override { ++calls; }
-    void handleType(Zol::ZolType*, Zol::ZolType*) override { ++calls; }
-    void handleAttr(Zol::ZolAttr const&) override { ++calls; }
-    void handleAttrContextExit() override { ++calls; }
-    void handleScopeExit() override { ++calls; }
-    void defNoninstantiatingAttr(Zol::ZolAttr const&) override { ++calls; }
-    int calls = 0;
-  };
-  auto const reactor = Zol::IntrospectionReactor::global();
-  auto const before = reactor->target();
-  Zol::Ptr<Counter> const counter = new Counter;
-  reactor->targetIs(counter);
-  EXPECT_NE(Hardware::Ucd9012::Config::_fwkType(), nullptr);
-  EXPECT_NE(Hardware::Ucd9012::_fwkType_ReloadCauses(), nullptr);
-  reactor->targetIs(before);
-  EXPECT_EQ(counter->calls, 0);
+TEST(EntityFromName, OnlyRootsAreMade) {
+  auto const config = Zol::ptrCast<Config>(Config::_fwkType()->newEntity("board", nullptr));
+  ASSERT_TRUE(config);
+  EXPECT_EQ(config->name(), "board");
+  EXPECT_FALSE(config->parent());
+  EXPECT_TRUE(Zol::ptrCast<Status>(Status::_fwkType()->newEntity("board", nullptr)));
+  EXPECT_THROW(static_cast<void>(ControllerConfig::_fwkType()->newEntity("main", nullptr)),
+               Zol::InternalException);
+}
+
+TEST(EntityFromStream, ARailMayHaveNoReferencesAndLeavesWhatFollowsIt) {
+  constexpr std::array<std::uint8_t, 18> kMessage = {200, 0, 0, 0, 0, 0, 0, 0, 0,
+                                                     0,   0, 0, 0, 0, 0, 0, 0, 77};
+  Zol::Ptr<Zol::NboAttrLog::In> const in = new Zol::NboAttrLog::In(1024);
+  std::ranges::copy(kMessage, in->room().begin());
+  in->received(kMessage.size());
+  in->boundIs(in->position() + kMessage.size());
+  auto const rail =
+      Zol::ptrCast<VoltageRailConfig>(VoltageRailConfig::_fwkType()->newEntity(in, {}, 0, nullptr));
+  ASSERT_TRUE(rail);
+  EXPECT_EQ(rail->id(), 200);
+  EXPECT_FALSE(rail->voltageRailEnvConfig());
+  EXPECT_FALSE(rail->voltageRailEnvStatus());
+  EXPECT_EQ(in->nextU8(), 77U);
+}
+
+TEST(EntityTypes, TakePartInTheDigest) {
+  EXPECT_NE(Config::_fwkType()->digestFn(), nullptr);
+  EXPECT_NE(ControllerConfig::_fwkType()->digestFn(), nullptr);
 }
 
 }  // namespace

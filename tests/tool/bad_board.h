@@ -1,7 +1,9 @@
 // Board texts with the refusal that they must get, for tables of bad cases.
 #pragma once
 
-#include <ostream>
+#include <gtest/gtest.h>
+
+#include <initializer_list>
 #include <string>
 
 #include "railseq/board.h"
@@ -10,11 +12,7 @@ namespace RailSeq {
 
 struct BadBoard {
   std::string text;
-  char const* refusal;
-
-  friend std::ostream& operator<<(std::ostream& stream, BadBoard const& board) {
-    return stream << board.text;
-  }
+  std::string refusal;  // without "b.json:" in front
 };
 
 // The message with which the text is refused as the file "b.json".
@@ -25,6 +23,12 @@ inline std::string refusalOf(std::string const& text) {
     return error.what();
   }
   return "accepted";
+}
+
+inline void expectRefused(std::initializer_list<BadBoard> boards) {
+  for (BadBoard const& board : boards) {
+    EXPECT_EQ(refusalOf(board.text), "b.json:" + board.refusal) << board.text;
+  }
 }
 
 }  // namespace RailSeq

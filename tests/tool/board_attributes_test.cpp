@@ -40,88 +40,72 @@ TEST(AttributeForm, TakesEachKindOfValue) {
 }
 
 TEST(AttributeForm, SaysWhatIsNotPutIntoTheTree) {
-  BoardDescription const board =
-      parseBoard("b.json",
-                 "{\"status\": {},\n \"config\": {\"dexoDesc\": {\"d\": {}},\n"
-                 "\"realPsocController\": {\"p\": {\"voltageRail\": {\"0\": {}, \"255\": {}}}}}}");
+  BoardDescription const board = parseBoard(
+      "b.json",
+      "{\"status\": {},\n \"config\": {\"dexoDesc\": {\"d\": {}},\n\"realPsocController\": {\"p\": "
+      "{\"voltageRail\": {\"0\": {}, \"255\": {}}}}}}");
   EXPECT_EQ(board.controllers.at(0).rails.size(), 2U);
   EXPECT_THAT(
       board.notes,
       ElementsAre(
           "b.json:1:2: note: \"status\" is read but not put into the tree",
           "b.json:2:13: note: \"dexoDesc\" with 1 descriptor is read but not put into the tree",
-          "b.json:3:30: note: 2 voltage rails of controller \"p\" are read but not "
-          "put into the tree"));
+          "b.json:3:30: note: 2 voltage rails of controller \"p\" are read but not put into the "
+          "tree"));
 }
 
-class AttributeFormRefusal : public testing::TestWithParam<BadBoard> {};
-
-TEST_P(AttributeFormRefusal, NamesThePlaceWhatWasFoundAndWhatWasExpected) {
-  EXPECT_EQ(refusalOf(GetParam().text), GetParam().refusal);
+TEST(AttributeFormRefusal, OfValuesSaysWhatAnAttributeTakes) {
+  expectRefused(
+      {{boardWith(R"("pollingEnabled": 1)"),
+        "3:19: found the number 1, expected true or false for pollingEnabled"},
+       {boardWith(R"("location": true)"), "3:13: found true, expected a text for location"},
+       {boardWith(R"("reloadCauseSortKey": 4294967296)"),
+        "3:23: found the number 4294967296, expected a whole number from 0 to 4294967295 for "
+        "reloadCauseSortKey"},
+       {boardWith(R"("reloadCauseSortKey": -1)"),
+        "3:23: found the number -1, expected a whole number from 0 to 4294967295 for "
+        "reloadCauseSortKey"},
+       {boardWith(R"("operationalMode": "diag")"),
+        "3:20: found the text \"diag\", expected modeNormal or diagMode for operationalMode"}});
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Values, AttributeFormRefusal,
-    testing::Values(
-        BadBoard{boardWith(R"("pollingEnabled": 1)"),
-                 "b.json:3:19: found the number 1, expected true or false for pollingEnabled"},
-        BadBoard{boardWith(R"("location": true)"),
-                 "b.json:3:13: found true, expected a text for location"},
-        BadBoard{boardWith(R"("reloadCauseSortKey": 4294967296)"),
-                 "b.json:3:23: found the number 4294967296, expected a whole number from 0 to "
-                 "4294967295 for reloadCauseSortKey"},
-        BadBoard{boardWith(R"("reloadCauseSortKey": -1)"),
-                 "b.json:3:23: found the number -1, expected a whole number from 0 to 4294967295 "
-                 "for reloadCauseSortKey"},
-        BadBoard{boardWith(R"("reloadCauseSortKey": "7")"),
-                 "b.json:3:23: found the text \"7\", expected a whole number from 0 to 4294967295 "
-                 "for reloadCauseSortKey"},
-        BadBoard{boardWith(R"("operationalMode": "diag")"),
-                 "b.json:3:20: found the text \"diag\", expected modeNormal or diagMode for "
-                 "operationalMode"},
-        BadBoard{boardWith(R"("operationalMode": null)"),
-                 "b.json:3:20: found null, expected modeNormal or diagMode for operationalMode"}));
+TEST(AttributeFormRefusal, OfNamesSaysWhichAreKnown) {
+  expectRefused({{boardWith(R"("polingEnabled": true)"),
+                  "3:1: found the unknown attribute \"polingEnabled\", expected pollingEnabled"},
+                 {boardWith(R"("reloadCause": {})"),
+                  "3:1: found the attribute \"reloadCause\", expected an attribute that is a "
+                  "scalar or a text"},
+                 {boardWith("\"ready\": true,\n\"ready\": true"),
+                  "4:1: found the key \"ready\" again after line 3, column 1, expected each key "
+                  "once in an object"},
+                 {boardWith(R"("voltageRail": {"256": {}})"),
+                  "3:17: found the key \"256\", expected a whole number from 0 to 255 as the id of "
+                  "a voltage rail"},
+                 {boardWith(R"("voltageRail": {"03": {}})"),
+                  "3:17: found the key \"03\", expected a whole number from 0 to 255 as the id of "
+                  "a voltage rail"}});
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Names, AttributeFormRefusal,
-    testing::Values(
-        BadBoard{boardWith(R"("polingEnabled": true)"),
-                 "b.json:3:1: found the unknown attribute \"polingEnabled\", expected "
-                 "pollingEnabled"},
-        BadBoard{boardWith(R"("reloadCause": {})"),
-                 "b.json:3:1: found the attribute \"reloadCause\", expected an attribute that is a "
-                 "scalar or a text"},
-        BadBoard{boardWith("\"ready\": true,\n\"ready\": true"),
-                 "b.json:4:1: found the key \"ready\" again after line 3, column 1, expected each "
-                 "key once in an object"},
-        BadBoard{boardWith(R"("voltageRail": {"256": {}})"),
-                 "b.json:3:17: found the key \"256\", expected a whole number from 0 to 255 as the "
-                 "id of a voltage rail"},
-        BadBoard{boardWith(R"("voltageRail": {"03": {}})"),
-                 "b.json:3:17: found the key \"03\", expected a whole number from 0 to 255 as the "
-                 "id of a voltage rail"}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Structure, AttributeFormRefusal,
-    testing::Values(
-        BadBoard{"[]", "b.json:1:1: found an array, expected an object for the board"},
-        BadBoard{"{}",
-                 "b.json:1:1: found an object without a key of either form, expected \"config\" or "
-                 "\"chassis\""},
-        BadBoard{R"({"config": {}, "chassis": []})",
-                 "b.json:1:1: found \"config\" or \"status\" beside \"chassis\" or "
-                 "\"chassis_templates\", expected the keys of one form only"},
-        BadBoard{R"({"config": {"realUcd9013Controller": {}}})",
-                 "b.json:1:13: found the unknown key \"realUcd9013Controller\" in config, expected "
-                 "realUcd9012Controller or realUcd9032Controller"},
-        BadBoard{R"({"config": {"realPsocController": {"": {}}}})",
-                 "b.json:1:36: found the text \"\", expected 1 to 255 bytes, none of them a "
-                 "control character, for the name of a controller"},
-        BadBoard{R"({"config": {"name": "a\nb"}})",
-                 "b.json:1:21: found the text \"a\\x0ab\", expected 1 to 255 bytes, none of them a "
-                 "control character, for the name of the configuration"},
-        BadBoard{R"({"config": {"realPsocController": {"p": []}}})",
-                 "b.json:1:41: found an array, expected an object for controller \"p\""}));
+TEST(AttributeFormRefusal, OfTheStructureSaysWhatBelongsThere) {
+  expectRefused(
+      {{"[]", "1:1: found an array, expected an object for the board"},
+       {"{}",
+        "1:1: found an object without a key of either form, expected \"config\" or \"chassis\""},
+       {R"({"config": {}, "chassis": []})",
+        "1:1: found \"config\" or \"status\" beside \"chassis\" or \"chassis_templates\", expected "
+        "the keys of one form only"},
+       {R"({"config": {"realUcd9013Controller": {}}})",
+        "1:13: found the unknown key \"realUcd9013Controller\" in config, expected "
+        "realUcd9012Controller or realUcd9032Controller"},
+       {R"({"config": {"realPsocController": {"": {}}}})",
+        "1:36: found the text \"\", expected 1 to 255 bytes, none of them a control character, for "
+        "the name of a controller"},
+       {R"({"config": {"name": "a\nb"}})",
+        "1:21: found the text \"a\\x0ab\", expected 1 to 255 bytes, none of them a control "
+        "character, for the name of the configuration"},
+       {R"({"config": {"realPsocController": {"p": []}}})",
+        "1:41: found an array, expected an object for controller \"p\""}});
+}
 
 TEST(AttributeForm, AnAttributeFarFromAllGetsTheWholeList) {
   std::string const refusal = refusalOf(boardWith(R"("xyzzy": 1)"));

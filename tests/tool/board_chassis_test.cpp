@@ -22,13 +22,7 @@ std::string boardWith(std::string const& sequencers) {
          sequencers + "]}]}";
 }
 
-std::vector<std::string> namesIn(BoardDescription const& board) {
-  std::vector<std::string> names;
-  for (ControllerDescription const& controller : board.controllers) {
-    names.push_back(controller.name);
-  }
-  return names;
-}
+auto named(char const* name) { return Field(&ControllerDescription::name, name); }
 
 TEST(ChassisForm, ASequencerBecomesAController) {
   BoardDescription const board = parseBoard(
@@ -41,20 +35,17 @@ TEST(ChassisForm, ASequencerBecomesAController) {
   ASSERT_TRUE(controller.bus.has_value());
   EXPECT_EQ(controller.bus->bus, 8U);
   EXPECT_EQ(controller.bus->address, 0x11);
-  EXPECT_THAT(board.notes,
-              ElementsAre("b.json:2:1: note: 1 voltage rail and 1 bus descriptor of controller "
-                          "\"seq\" are read but not put into the tree"));
+  EXPECT_THAT(board.notes, ElementsAre("b.json:2:1: note: 1 voltage rail and 1 bus descriptor of "
+                                       "controller \"seq\" are read but not put into the tree"));
 }
 
 TEST(ChassisForm, TheTypeTellsTheChip) {
   BoardDescription const board = parseBoard(
       "b.json", boardWith(sequencer("a", "UCD90120") + "," + sequencer("b", "UCD90160") + "," +
                           sequencer("c", "UCD90320") + "," + sequencer("d", "PSoC5LP")));
-  std::vector<Chip> chips;
-  for (ControllerDescription const& controller : board.controllers) {
-    chips.push_back(controller.chip);
-  }
-  EXPECT_THAT(chips, ElementsAre(Chip::ucd9012, Chip::ucd9012, Chip::ucd9032, Chip::psoc));
+  auto const is = [](Chip chip) { return Field(&ControllerDescription::chip, chip); };
+  EXPECT_THAT(board.controllers,
+              ElementsAre(is(Chip::ucd9012), is(Chip::ucd9012), is(Chip::ucd9032), is(Chip::psoc)));
 }
 
 TEST(ChassisForm, ADeviceWithGpiosOnlyIsSkippedWithANote) {
@@ -72,7 +63,8 @@ TEST(ChassisForm, NamesCarryTheirChassisWhenThereIsMoreThanOne) {
                            sequencer("seq", "UCD90320") + R"(]},
     {"number": 2, "power_sequencers": [)" +
                            sequencer("seq", "UCD90320") + "]}]}";
-  EXPECT_THAT(namesIn(parseBoard("b.json", text)), ElementsAre("chassis1-seq", "chassis2-seq"));
+  EXPECT_THAT(parseBoard("b.json", text).controllers,
+              ElementsAre(named("chassis1-seq"), named("chassis2-seq")));
 }
 
 TEST(ChassisTemplates, VariablesAreInsertedIntoAllTexts) {
@@ -87,7 +79,8 @@ TEST(ChassisTemplates, VariablesAreInsertedIntoAllTexts) {
        "template_variable_values": {"n": "1", "side": "left", "bus": "8"}},
       {"template_id": "node",
        "template_variable_values": {"n": 2, "side": "right", "bus": "9", "spare": "x"}}]})");
-  EXPECT_THAT(namesIn(board), ElementsAre("chassis1-seq_left", "chassis2-seq_right"));
+  EXPECT_THAT(board.controllers,
+              ElementsAre(named("chassis1-seq_left"), named("chassis2-seq_right")));
   EXPECT_EQ(board.controllers[1].bus->bus, 9U);
   EXPECT_EQ(board.controllers[1].bus->address, 0x12);
   EXPECT_EQ(board.controllers[1].rails.at(0).page, 2);
@@ -95,73 +88,53 @@ TEST(ChassisTemplates, VariablesAreInsertedIntoAllTexts) {
             "b.json:10:7: note: the variable \"spare\" is not used by the template");
 }
 
-class ChassisFormRefusal : public testing::TestWithParam<BadBoard> {};
-
-TEST_P(ChassisFormRefusal, NamesThePlaceWhatWasFoundAndWhatWasExpected) {
-  EXPECT_EQ(refusalOf(GetParam().text), GetParam().refusal);
+TEST(ChassisFormRefusal, OfSequencersSaysWhatOneTakes) {
+  expectRefused(
+      {{boardWith(sequencer("a", "UCD90240")),
+        "2:21: found a power sequencer of type \"UCD90240\", expected a type UCD901xx, UCD903xx or "
+        "PSoC"},
+       {boardWith(sequencer("a", "UCD90320") + ",\n" + sequencer("a", "UCD90120")),
+        "3:8: found the controller name \"a\" again after line 2, expected each controller name "
+        "once"},
+       {boardWith("{\"id\": \"a\", \"type\": \"UCD90320\", \"colour\": 1}"),
+        "2:33: found the unknown key \"colour\" in a power sequencer, expected id, type, "
+        "i2c_interface, power_control_gpio_name, power_good_gpio_name or rails"},
+       {boardWith("{\"id\": \"a\", \"type\": \"UCD90320\"}"),
+        "2:1: found a power sequencer without \"i2c_interface\", expected the key "
+        "\"i2c_interface\""},
+       {boardWith("{\"id\": \"a\", \"type\": \"UCD90320\",\n\"i2c_interface\": {\"bus\": 1, "
+                  "\"address\": \"0x80\"}}"),
+        "3:40: found the text \"0x80\", expected a text from \"0x00\" to \"0x7f\" for address"}});
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Sequencers, ChassisFormRefusal,
-    testing::Values(
-        BadBoard{boardWith(sequencer("a", "ADM1266")),
-                 "b.json:2:21: found a power sequencer of type \"ADM1266\", expected a type "
-                 "UCD901xx, UCD903xx or PSoC"},
-        BadBoard{boardWith(sequencer("a", "UCD90240")),
-                 "b.json:2:21: found a power sequencer of type \"UCD90240\", expected a type "
-                 "UCD901xx, UCD903xx or PSoC"},
-        BadBoard{boardWith(sequencer("a", "UCD90320") + ",\n" + sequencer("a", "UCD90120")),
-                 "b.json:3:8: found the controller name \"a\" again after line 2, expected each "
-                 "controller name once"},
-        BadBoard{boardWith("{\"id\": \"a\", \"type\": \"UCD90320\", \"colour\": 1}"),
-                 "b.json:2:33: found the unknown key \"colour\" in a power sequencer, expected id, "
-                 "type, i2c_interface, power_control_gpio_name, power_good_gpio_name or rails"},
-        BadBoard{boardWith("{\"id\": \"a\", \"type\": \"UCD90320\"}"),
-                 "b.json:2:1: found a power sequencer without \"i2c_interface\", expected the key "
-                 "\"i2c_interface\""},
-        BadBoard{boardWith("{\"id\": \"a\", \"type\": \"UCD90320\",\n\"i2c_interface\": {\"bus\": "
-                           "1, \"address\": \"0x80\"}}"),
-                 "b.json:3:40: found the text \"0x80\", expected a text from \"0x00\" to \"0x7f\" "
-                 "for address"}));
+TEST(ChassisFormRefusal, OfRailsSaysWhatOneTakes) {
+  expectRefused(
+      {{boardWith(sequencer("a", "UCD90320", "\n{\"name\": \"x\", \"page\": 256}")),
+        "3:23: found the number 256, expected a whole number from 0 to 255 for page"},
+       {boardWith(sequencer("a", "UCD90320",
+                            "\n{\"name\": \"x\", \"page\": 1},\n{\"name\": \"y\", \"page\": 1}")),
+        "4:23: found page 1 again, the page of rail \"x\", expected each page once in a power "
+        "sequencer"},
+       {boardWith(sequencer("a", "UCD90320", "\n{\"name\": \"x\"},\n{\"name\": \"x\"}")),
+        "4:10: found the rail name \"x\" again, expected each rail name once in a power sequencer"},
+       {boardWith(sequencer("a", "UCD90320", "\n{\"name\": \"x\", \"pagee\": 1}")),
+        "3:15: found the unknown key \"pagee\" in a rail, expected page"}});
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Rails, ChassisFormRefusal,
-    testing::Values(
-        BadBoard{boardWith(sequencer("a", "UCD90320", "\n{\"name\": \"x\", \"page\": 256}")),
-                 "b.json:3:23: found the number 256, expected a whole number from 0 to 255 for "
-                 "page"},
-        BadBoard{boardWith(sequencer("a", "UCD90320", "\n{\"name\": \"x\", \"page\": \"1\"}")),
-                 "b.json:3:23: found the text \"1\", expected a whole number from 0 to 255 for "
-                 "page"},
-        BadBoard{boardWith(sequencer(
-                     "a", "UCD90320",
-                     "\n{\"name\": \"x\", \"page\": 1},\n{\"name\": \"y\", \"page\": 1}")),
-                 "b.json:4:23: found page 1 again, the page of rail \"x\", expected each page once "
-                 "in a power sequencer"},
-        BadBoard{boardWith(sequencer("a", "UCD90320", "\n{\"name\": \"x\"},\n{\"name\": \"x\"}")),
-                 "b.json:4:10: found the rail name \"x\" again, expected each rail name once in a "
-                 "power sequencer"},
-        BadBoard{boardWith(sequencer("a", "UCD90320", "\n{\"name\": \"x\", \"pagee\": 1}")),
-                 "b.json:3:15: found the unknown key \"pagee\" in a rail, expected page"}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Templates, ChassisFormRefusal,
-    testing::Values(
-        BadBoard{R"({"chassis": [{"template_id": "x"}]})",
-                 "b.json:1:30: found the unknown template \"x\", expected a template of the file, "
-                 "which has none"},
-        BadBoard{"{\"chassis_templates\": [{\"id\": \"t\",\n\"number\": \"${n}\", "
-                 "\"power_sequencers\": []}],\n\"chassis\": [{\"template_id\": \"t\", "
-                 "\"template_variable_values\": {\"m\": \"1\"}}]}",
-                 "b.json:2:11: found the unknown variable \"n\", expected m, in template \"t\" as "
-                 "used at line 3"},
-        BadBoard{"{\"chassis_templates\": [{\"id\": \"t\"},\n{\"id\": \"t\"}], \"chassis\": []}",
-                 "b.json:2:8: found the template id \"t\" again, expected each template id once"},
-        BadBoard{
-            "{\"chassis\": [\n{\"number\": 1, \"power_sequencers\": []},\n{\"number\": 1, "
-            "\"power_sequencers\": []}]}",
-            "b.json:3:12: found the chassis number 1 again after line 2, expected each chassis "
-            "number once"}));
+TEST(ChassisFormRefusal, OfTemplatesSaysWhatTheFileHas) {
+  expectRefused(
+      {{R"({"chassis": [{"template_id": "x"}]})",
+        "1:30: found the unknown template \"x\", expected a template of the file, which has none"},
+       {"{\"chassis_templates\": [{\"id\": \"t\",\n\"number\": \"${n}\", \"power_sequencers\": "
+        "[]}],\n\"chassis\": [{\"template_id\": \"t\", \"template_variable_values\": {\"m\": "
+        "\"1\"}}]}",
+        "2:11: found the unknown variable \"n\", expected m, in template \"t\" as used at line 3"},
+       {"{\"chassis_templates\": [{\"id\": \"t\"},\n{\"id\": \"t\"}], \"chassis\": []}",
+        "2:8: found the template id \"t\" again, expected each template id once"},
+       {"{\"chassis\": [\n{\"number\": 1, \"power_sequencers\": []},\n{\"number\": 1, "
+        "\"power_sequencers\": []}]}",
+        "3:12: found the chassis number 1 again after line 2, expected each chassis number once"}});
+}
 
 }  // namespace
 }  // namespace RailSeq

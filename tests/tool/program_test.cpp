@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string>
 
 #include "tool/temp_file.h"
@@ -24,21 +25,6 @@ struct Outcome {
   std::string output;
 };
 
-// The program's exit code and all that it printed, on both streams.
-Outcome railseq(std::string const& arguments) {
-  std::string const command = std::string("'") + RAILSEQ_TOOL + "' " + arguments + " 2>&1";
-  std::FILE* const pipe = ::popen(command.c_str(), "r");
-  Outcome run{-1, ""};
-  if (!pipe) return run;
-  std::array<char, 4096> block{};
-  while (std::size_t const count = std::fread(block.data(), 1, block.size(), pipe)) {
-    run.output.append(block.data(), count);
-  }
-  int const status = ::pclose(pipe);
-  run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return run;
-}
-
 // The rest of the line behind the mark; empty when the mark does not stand in the text.
 std::string behind(std::string const& text, std::string const& mark) {
   std::size_t const begin = text.find(mark);
@@ -47,20 +33,36 @@ std::string behind(std::string const& text, std::string const& mark) {
   return text.substr(value, text.find('\n', value) - value);
 }
 
-class Demo : public testing::TestWithParam<char const*> {};
+// The program's exit code and all that it printed, on both streams; `watch` sees what there is so
+// far behind each line.
+Outcome railseq(
+    std::string const& arguments,
+    std::function<void(std::string const&)> const& watch = [](auto&) {}) {
+  std::string const command = std::string("'") + RAILSEQ_TOOL + "' " + arguments + " 2>&1";
+  std::FILE* const pipe = ::popen(command.c_str(), "r");
+  Outcome run{-1, ""};
+  if (!pipe) return run;
+  std::array<char, 4096> line{};
+  while (std::fgets(line.data(), static_cast<int>(line.size()), pipe)) {
+    run.output += line.data();
+    watch(run.output);
+  }
+  int const status = ::pclose(pipe);
+  run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return run;
+}
 
-TEST_P(Demo, TheMirrorHearsEveryChangeAndEndsEqual) {
-  Outcome const run = railseq(std::string("demo '") + RAILSEQ_BOARDS "/" + GetParam() + "'");
+Outcome demo(std::string const& board) {
+  Outcome const run = railseq("demo '" + board + "'");
   EXPECT_EQ(run.exitCode, 0) << run.output;
   std::string const digest = behind(run.output, "source digest ");
   EXPECT_EQ(digest.size(), 16U) << run.output;
   EXPECT_EQ(behind(run.output, "mirror digest "), digest);
+  return run;
 }
 
-INSTANTIATE_TEST_SUITE_P(Boards, Demo, testing::Values("switch-2ucd.json", "server-ucd90320.json"));
-
-TEST(DemoOutput, ShowsEachChangeOnBothSidesAndTheMirrorsTree) {
-  Outcome const run = railseq("demo '" RAILSEQ_BOARDS "/switch-2ucd.json'");
+TEST(Demo, ShowsEachChangeOnBothSidesAndTheMirrorsTree) {
+  Outcome const run = demo(RAILSEQ_BOARDS "/switch-2ucd.json");
   for (char const* const change :
        {"switch/realUcd9012Controller[main].pollingEnabled = false",
         "switch/realUcd9012Controller[main].reloadCauseSortKey = 2",
@@ -76,66 +78,48 @@ TEST(DemoOutput, ShowsEachChangeOnBothSidesAndTheMirrorsTree) {
   EXPECT_THAT(run.output, HasSubstr("mirror:     modelName = \"UCD90124\"\n"));
 }
 
-TEST(DemoOutput, TellsWhatTheTreeDoesNotHold) {
-  Outcome const run = railseq("demo '" RAILSEQ_BOARDS "/server-ucd90320.json'");
+TEST(Demo, TellsWhatTheTreeDoesNotHold) {
+  Outcome const run = demo(RAILSEQ_BOARDS "/server-ucd90320.json");
   EXPECT_THAT(run.output, HasSubstr("note: 8 voltage rails and 1 bus descriptor"));
   EXPECT_THAT(run.output, HasSubstr("note: the device \"riser\" has GPIOs only and is skipped"));
 }
 
-TEST(DemoOutput, ABoardWithoutControllersWorksToo) {
+TEST(Demo, ABoardWithoutControllersWorksToo) {
   TempFile const board(R"({"config": {}})");
-  Outcome const run = railseq("demo '" + board.path() + "'");
-  EXPECT_EQ(run.exitCode, 0) << run.output;
+  Outcome const run = demo(board.path());
   EXPECT_THAT(run.output, HasSubstr("mirror: config/realUcd9012Controller[added-by-demo] removed"));
 }
 
-TEST(DemoOutput, AMirrorThatDiesIsToldAndFails) {
-  std::string const command = std::string("'") + RAILSEQ_TOOL +
-                              "' demo --pause 60000 '" RAILSEQ_BOARDS "/switch-2ucd.json' 2>&1";
-  std::FILE* const pipe = ::popen(command.c_str(), "r");
-  ASSERT_NE(pipe, nullptr);
-  std::string output;
-  std::array<char, 4096> line{};
+TEST(Demo, AMirrorThatDiesIsToldAndFails) {
   bool isKilled = false;
-  while (std::fgets(line.data(), static_cast<int>(line.size()), pipe)) {
-    output += line.data();
+  auto const killMirror = [&isKilled](std::string const& output) {
+    if (isKilled || output.find("pollingEnabled = false") == std::string::npos) return;
     std::string const pid = behind(output, "source: process ");
-    if (isKilled || output.find("pollingEnabled = false") == std::string::npos) continue;
     std::string const mirror = behind(output.substr(output.find(pid) + pid.size()), "process ");
     pid_t const mirrorPid = std::atoi(mirror.c_str());
     ASSERT_GT(mirrorPid, 1) << output;
     isKilled = ::kill(mirrorPid, SIGKILL) == 0;
-  }
-  int const status = ::pclose(pipe);
+  };
+  Outcome const run =
+      railseq("demo --pause 60000 '" RAILSEQ_BOARDS "/switch-2ucd.json'", killMirror);
   EXPECT_TRUE(isKilled);
-  EXPECT_EQ(WEXITSTATUS(status), 1);
-  EXPECT_THAT(output, HasSubstr("demo: failed: "));
-  EXPECT_THAT(output, HasSubstr("the peer has gone"));
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_THAT(run.output, AllOf(HasSubstr("demo: failed: "), HasSubstr("the peer has gone")));
 }
 
-struct BadUse {
-  char const* arguments;
-  char const* complaint;
-
-  friend std::ostream& operator<<(std::ostream& stream, BadUse const& use) {
-    return stream << use.arguments;
+TEST(BadUsage, EndsWithExitCodeTwo) {
+  std::pair<char const*, char const*> const uses[] = {
+      {"", "a command is required"},
+      {"demo", "BOARD"},
+      {"nonsense", "nonsense"},
+      {"demo /nonexistent.json", "/nonexistent.json: cannot be read: No such file"},
+      {"types a b", "b"}};
+  for (auto const& [arguments, complaint] : uses) {
+    Outcome const run = railseq(arguments);
+    EXPECT_EQ(run.exitCode, 2) << arguments;
+    EXPECT_THAT(run.output, HasSubstr(complaint));
   }
-};
-
-class BadUsage : public testing::TestWithParam<BadUse> {};
-
-TEST_P(BadUsage, EndsWithExitCodeTwo) {
-  Outcome const run = railseq(GetParam().arguments);
-  EXPECT_EQ(run.exitCode, 2);
-  EXPECT_THAT(run.output, HasSubstr(GetParam().complaint));
 }
-
-INSTANTIATE_TEST_SUITE_P(Arguments, BadUsage,
-                         testing::Values(BadUse{"", "a command is required"},
-                                         BadUse{"demo", "BOARD"}, BadUse{"nonsense", "nonsense"},
-                                         BadUse{"demo /nonexistent.json",
-                                                "/nonexistent.json: cannot be read: No such file"},
-                                         BadUse{"types a b", "b"}));
 
 TEST(BadBoardFile, EndsWithExitCodeTwoAndNothingIsStarted) {
   TempFile const board("{\"config\": {\n  \"realPsocController\": 5}}");

@@ -1,6 +1,8 @@
 // The four value records: defaults, fields and equality.
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 #include "values/external_voltage_rail.h"
 #include "values/page_fault_cause.h"
 #include "values/psoc_cause.h"
@@ -8,6 +10,14 @@
 
 namespace Hardware::Ucd9012 {
 namespace {
+
+// Each record equals itself alone.
+template <class Record>
+void expectDifferent(std::initializer_list<Record> records) {
+  for (Record const& one : records) {
+    for (Record const& other : records) EXPECT_EQ(one == other, &one == &other);
+  }
+}
 
 TEST(Records, AreZeroByDefault) {
   EXPECT_EQ(UcdCause(), UcdCause(ReloadCauses::rc_unknown, CauseType::other, 0, false));
@@ -39,25 +49,15 @@ TEST(Records, HoldWhatTheyAreMadeFrom) {
 }
 
 TEST(Records, DifferWhenAnyOneFieldDiffers) {
-  UcdCause const ucd(ReloadCauses::cpu, CauseType::gpio, 3, false);
-  EXPECT_NE(ucd, UcdCause(ReloadCauses::none, CauseType::gpio, 3, false));
-  EXPECT_NE(ucd, UcdCause(ReloadCauses::cpu, CauseType::mon, 3, false));
-  EXPECT_NE(ucd, UcdCause(ReloadCauses::cpu, CauseType::gpio, 4, false));
-  EXPECT_NE(ucd, UcdCause(ReloadCauses::cpu, CauseType::gpio, 3, true));
-
-  PsocCause const psoc(ReloadCauses::cpu, 3, false);
-  EXPECT_NE(psoc, PsocCause(ReloadCauses::none, 3, false));
-  EXPECT_NE(psoc, PsocCause(ReloadCauses::cpu, 4, false));
-  EXPECT_NE(psoc, PsocCause(ReloadCauses::cpu, 3, true));
-
-  PageFaultCause const fault(ReloadCauses::cpu, 3, 4);
-  EXPECT_NE(fault, PageFaultCause(ReloadCauses::none, 3, 4));
-  EXPECT_NE(fault, PageFaultCause(ReloadCauses::cpu, 4, 4));
-  EXPECT_NE(fault, PageFaultCause(ReloadCauses::cpu, 3, 5));
-
-  ExternalVoltageRail const rail(3, 4);
-  EXPECT_NE(rail, ExternalVoltageRail(4, 4));
-  EXPECT_NE(rail, ExternalVoltageRail(3, 5));
+  using enum ReloadCauses;
+  expectDifferent<UcdCause>({{cpu, CauseType::gpio, 3, false},
+                             {none, CauseType::gpio, 3, false},
+                             {cpu, CauseType::mon, 3, false},
+                             {cpu, CauseType::gpio, 4, false},
+                             {cpu, CauseType::gpio, 3, true}});
+  expectDifferent<PsocCause>({{cpu, 3, false}, {none, 3, false}, {cpu, 4, false}, {cpu, 3, true}});
+  expectDifferent<PageFaultCause>({{cpu, 3, 4}, {none, 3, 4}, {cpu, 4, 4}, {cpu, 3, 5}});
+  expectDifferent<ExternalVoltageRail>({{3, 4}, {4, 4}, {3, 5}});
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <vector>
 
 #include "zol/hash_entry.h"
@@ -73,17 +72,9 @@ TEST_F(HashedCollection, IgnoresTheDeletionOfWhatIsNoMember) {
   EXPECT_EQ(map.version(), version);
 }
 
-TEST_F(HashedCollection, KeepsOneOrderWhileItGrows) {
-  std::vector<std::uint32_t> expected;
-  for (std::uint32_t key = 0; key < 1000; ++key) {
-    add(key * 2654435761u);
-    expected.push_back(key * 2654435761u);
-  }
-  std::sort(expected.begin(), expected.end(),
-            [](std::uint32_t a, std::uint32_t b) { return bitReverse(a) < bitReverse(b); });
-  EXPECT_EQ(keys(), expected);
+TEST_F(HashedCollection, GrowsWithItsMembers) {
+  for (std::uint32_t key = 0; key < 1000; ++key) add(key);
   EXPECT_GE(map.generic().bucketCount(), 512u);
-  for (std::uint32_t const key : expected) ASSERT_EQ(map[key]->zolKey(), key);
 }
 
 TEST_F(HashedCollection, ReleasesItsMembersAtItsEnd) {
@@ -149,18 +140,6 @@ TEST_F(HashedIterator, StartsAtTheFollowerOfAnAbsentKey) {
   EXPECT_EQ(Map::IteratorConst::notBefore(&map, 32).key(), 16u);
   EXPECT_EQ(Map::IteratorConst::notBefore(&map, 8).key(), 1u);
   EXPECT_FALSE(Map::IteratorConst::notBefore(&map, 0xffffffff));
-}
-
-TEST_F(HashedIterator, HoldsItsRemovedEntryAndGoesOnBehindIt) {
-  for (bool const alsoFollower : {false, true}) {
-    Map::IteratorConst it(&map);
-    del(0);
-    if (alsoFollower) del(32);
-    EXPECT_EQ(it->value, 0);
-    ++it;
-    EXPECT_EQ(it.key(), alsoFollower ? 16u : 32u);
-    add(0);
-  }
 }
 
 TEST_F(HashedIterator, ReadsItsReplacedEntryAndGoesOnBehindIt) {

@@ -136,6 +136,17 @@ TEST_F(Pass, OutlivesAnEntityThatAListenerDrops) {
   EXPECT_EQ(b->zolNotifier(), nullptr);
 }
 
+TEST(ExpectScope, CountsOnlyScopesOfListenersAndIsLeftByAnException) {
+  try {
+    Expect const outer(0);
+    Expect const other(7);
+    EXPECT_EQ(Expect::depth(), 1u);
+    throw 1;
+  } catch (int) {
+    EXPECT_EQ(Expect::depth(), 0u);
+  }
+}
+
 using EndOfLastReference = Pass;
 
 TEST_F(EndOfLastReference, IsToldWithItsOwnIdWhileTheEntityIsStillWhole) {

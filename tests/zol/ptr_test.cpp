@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <thread>
-#include <type_traits>
 
 #include "host/zol/ptr_interface.h"
 
@@ -78,25 +77,19 @@ TEST_F(CountedObject, OutlivesItsHoldersByALeakedReference) {
   EXPECT_EQ(ends, 1);
 }
 
-TEST_F(CountedObject, LivesOnWhenItIsTakenAsItsLastReferenceGoes) {
+TEST_F(CountedObject, LivesOnWhenItIsTakenAsItsLastReferenceGoesAndIsToldOnceEachTime) {
   Ptr<Node> rescued;
-  node->atZero = [&](Node& self) { rescued = &self; };
-  node = nullptr;
-  ASSERT_EQ(ends, 0);
-  EXPECT_EQ(rescued->references(), 1u);
-  rescued->atZero = [](Node&) {};
-  rescued = nullptr;
-  EXPECT_EQ(ends, 1);
-}
-
-TEST_F(CountedObject, IsToldOnceOfItsLastReferenceWhateverComesAndGoesMeanwhile) {
   int told = 0;
   node->atZero = [&](Node& self) {
     ++told;
     for (int i = 0; i < 3; ++i) Ptr<Node> const brief = &self;
+    if (told == 1) rescued = &self;
   };
   node = nullptr;
-  EXPECT_EQ(told, 1);
+  ASSERT_EQ(ends, 0);
+  EXPECT_EQ(rescued->references(), 1u);
+  rescued = nullptr;
+  EXPECT_EQ(told, 2);
   EXPECT_EQ(ends, 1);
 }
 
@@ -130,40 +123,19 @@ TEST_F(Reference, MayBeAssignedWhatOnlyItsOldObjectHolds) {
   EXPECT_EQ(node->references(), 1u);
 }
 
-TEST_F(Reference, DoesNothingWhenItIsAssignedItsOwnObject) {
+TEST_F(Reference, DoesNothingWhenAssignedItsOwnObjectAndHandsItsCountOnWhenMoved) {
   Ptr<Node>& same = node;
   node = same;
   node = same.get();
   node = std::move(same);
   EXPECT_EQ(ends, 0);
   EXPECT_EQ(node->references(), 1u);
-}
-
-TEST_F(Reference, HandsItsCountOnWhenMoved) {
   Ptr<Node> second = std::move(node);
   EXPECT_FALSE(node);
   Ptr<Node> third = second;
   third = std::move(second);
   EXPECT_FALSE(second);
   EXPECT_EQ(third->references(), 1u);
-}
-
-TEST_F(Reference, ConvertsToBasesAndToConst) {
-  Ptr<Leaf> const leaf = new Leaf;
-  Ptr<Node> const base = leaf;
-  Ptr<PtrInterface const> root;
-  root = leaf;
-  EXPECT_EQ(leaf->references(), 3u);
-  EXPECT_FALSE((std::is_convertible_v<Ptr<Node>, Ptr<Leaf>>));
-  EXPECT_FALSE((std::is_convertible_v<Ptr<Node const>, Ptr<Node>>));
-}
-
-TEST_F(Reference, ComparesByIdentity) {
-  Ptr<PtrInterface const> const same = node;
-  Ptr<Node> const other = new Node;
-  EXPECT_TRUE(node == same && node == node.get() && node.get() == node);
-  EXPECT_TRUE(node != other && node != nullptr);
-  EXPECT_TRUE(Ptr<Node>() == nullptr);
 }
 
 TEST_F(Reference, CastsToWhatTheObjectIs) {
@@ -188,23 +160,12 @@ TEST_F(ValidReference, RefusesNull) {
   }
 }
 
-TEST_F(ValidReference, HoldsItsObjectAndConvertsBack) {
-  ValidPtr<Node> const fromRaw(node.get());
-  ValidPtr<Node> const fromPtr(Ptr<Leaf>(new Leaf));
-  EXPECT_EQ(fromRaw.get(), node.get());
-  EXPECT_EQ(fromRaw->references(), 2u);
-  Ptr<Node> const back = fromRaw;
-  Ptr<PtrInterface> const base = fromPtr;
-  EXPECT_EQ(back, node);
-  EXPECT_EQ(base->references(), 2u);
-  EXPECT_TRUE(fromRaw == node && !(fromRaw == fromPtr));
-}
-
 TEST_F(ValidReference, IsNeverLeftNullByAMove) {
   ValidPtr<Node> first(node);
   ValidPtr<Node> const second = std::move(first);
   EXPECT_EQ(first.get(), node.get());
   EXPECT_EQ(second.get(), node.get());
+  EXPECT_EQ(node->references(), 3u);
 }
 
 }  // namespace
