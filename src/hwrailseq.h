@@ -2,6 +2,8 @@
 // the model of power-sequencing controllers.
 #pragma once
 
+#include "attrlog/config.h"
+#include "attrlog/controller_config.h"
 #include "entities/config.h"
 #include "entities/controller_status.h"
 #include "entities/psoc_controller_status.h"

@@ -70,6 +70,7 @@ void applyController(EntityAdapter& adapter, Inbound& message) {
 template <auto del, auto reaction>
 void removeController(EntityAdapter& adapter, Inbound& message) {
   Zol::Name const key = message.in.nextString();
+  Zol::NboAttrLog::requireEnd(message);
   if (!message.applies) return (static_cast<Sa&>(adapter).*reaction)(key);
   (static_cast<Config&>(*adapter.entity()).*del)(key);
 }
@@ -155,6 +156,7 @@ Zol::Ptr<Zol::NboAttrLog::FlowOut> Sa::flowOutIs(Zol::Ptr<Zol::NboAttrLog::Out> 
 void Sa::doNotification(Zol::AttributeId id, void* key) { notificationIs(kLevel, id, key); }
 
 void Sa::doRemountSelf(Zol::Ptr<Zol::NboAttrLog::Out> const& out) {
+  if (!entity()) return ParentAdapter::doRemountSelf(out);
   auto const& config = static_cast<Config const&>(*entity());
   for (auto it = config.realUcd9012ControllerIteratorConst(); it; ++it) {
     realUcd9012ControllerNboAttrLogAdapterDel(it.ptr());

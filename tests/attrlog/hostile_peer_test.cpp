@@ -114,6 +114,17 @@ TEST_F(HostilePeer, malformedMessagesCloseAndChangeNothing) {
        Frame::data(kRoot, 259).text("n").text("c").u64(0).u64(0).u64(0), "message too short"},
       {"an orphan's section beyond the end", Frame::data(1ULL << 32, 136).u8(1).u32(99),
        "section of 99 bytes"},
+      {"a removal that goes on behind its key", Frame::data(kRoot, -259).text("main").u8(0),
+       "1 bytes too many"},
+      {"an orphan's parameters that go on",
+       Frame::data(1ULL << 32, 136)
+           .section(1, Frame::fields().text(kConfigType))
+           .section(3, Frame::fields().text("board").u8(0))
+           .section(4, Frame::fields().u64(0x60)),
+       "parameters of an orphan with 1 bytes"},
+      {"an orphan's id that goes on",
+       Frame::data(1ULL << 32, 136).section(4, Frame::fields().u64(0x60).u8(0)),
+       "entity id of an orphan with 1 bytes"},
       {"an orphan without an id", Frame::data(1ULL << 32, 136), "without an entity id"},
       {"an unknown kind", Frame(77).u8(0), "unknown kind 77"},
       {"a mark of type 3", Frame(4).u64(kRoot).u32(259).u8(3).u32(0), "mark of type 3"},

@@ -193,19 +193,19 @@ TEST_F(Replication, aTreeLargerThanTheBufferArrivesWhole) {
   ConnectionOptions small;
   small.outCapacity = 1;
   ReplicaPair narrow(small);
-  for (int i = 0; i < 3000; ++i) {
-    auto const made = addController(*config, "c" + std::to_string(i));
-    made->reloadCauseSortKeyIs(static_cast<std::uint32_t>(i));
-    made->locationIs(std::string(static_cast<std::size_t>(i % 50), 'x'));
+  for (unsigned int i = 0; i < 3000; ++i) {
+    auto const made = addController(*config, numbered("c", i));
+    made->reloadCauseSortKeyIs(i);
+    made->locationIs(std::string(i % 50, 'x'));
   }
   narrow.source->mountIs(config);
   // Members come and go while the walk is under way.
-  for (int i = 0; i < 40; ++i) {
+  for (unsigned int i = 0; i < 40; ++i) {
     narrow.source->pump();
     narrow.replica->pump();
-    config->realUcd9012ControllerDel("c" + std::to_string(i * 60));
-    addController(*config, "n" + std::to_string(i))->readyIs(true);
-    config->realUcd9012Controller("c" + std::to_string(i * 60 + 1))->locationIs("changed");
+    config->realUcd9012ControllerDel(numbered("c", i * 60));
+    addController(*config, numbered("n", i))->readyIs(true);
+    config->realUcd9012Controller(numbered("c", i * 60 + 1))->locationIs("changed");
   }
   narrow.flow();
 
@@ -373,15 +373,28 @@ TEST_F(Replication, afterTheEndBothTreesLiveOn) {
   EXPECT_FALSE(pair.source->mounted("board"));
 }
 
+TEST_F(Replication, anAdapterThatOutlivesItsEntityIsWithoutOne) {
+  pair.mount(config);
+  auto const kept = main->zolNboAttrLogSa(pair.source->out());
+  ASSERT_TRUE(kept);
+  config->realUcd9012ControllerDel("main");
+  main = nullptr;
+  EXPECT_EQ(kept->zolNotifierEntity(), nullptr);
+  EXPECT_EQ(kept->references(), 1U);
+  EXPECT_EQ(kept->name(), "");
+  pair.flow();
+  expectEqualTrees();
+}
+
 TEST_F(Replication, deletedEntitiesLeaveNothingBehindOnTheLog) {
   pair.mount(config);
   std::size_t const sourceAdapters = pair.source->demuxer()->reactorCount();
   std::size_t const replicaAdapters = pair.replica->demuxer()->reactorCount();
-  for (int i = 0; i < 1000; ++i) {
-    addController(*config, "c" + std::to_string(i));
+  for (unsigned int i = 0; i < 1000; ++i) {
+    addController(*config, numbered("c", i));
     if (i % 100 == 0) pair.flow();
   }
-  for (int i = 0; i < 1000; ++i) config->realUcd9012ControllerDel("c" + std::to_string(i));
+  for (unsigned int i = 0; i < 1000; ++i) config->realUcd9012ControllerDel(numbered("c", i));
   pair.flow();
   EXPECT_EQ(pair.source->demuxer()->reactorCount(), sourceAdapters);
   EXPECT_EQ(pair.replica->demuxer()->reactorCount(), replicaAdapters);

@@ -3,8 +3,10 @@
 
 #include <hwrailseq.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -22,16 +24,13 @@ class Frame {
   Frame& u64(std::uint64_t value) { return number(value, 8); }
   Frame& text(std::string_view value) {
     u32(value.size());
-    body_.insert(body_.end(), value.begin(), value.end());
+    body_ += value;
     return *this;
   }
+  // With the length in front.
   [[nodiscard]] Bytes bytes() const {
-    Bytes all;
-    for (unsigned int i = 0; i < 4; ++i) {
-      all.push_back(static_cast<std::uint8_t>(body_.size() >> (8 * (3 - i))));
-    }
-    all.insert(all.end(), body_.begin(), body_.end());
-    return all;
+    Frame const whole = fields().text(body_);
+    return {whole.body_.begin(), whole.body_.end()};
   }
 
   static Frame hello(unsigned int version = 1, unsigned int oldest = 1,
@@ -48,29 +47,25 @@ class Frame {
     return Frame(3).u64(id).u32(static_cast<std::uint32_t>(attribute)).u8(1);
   }
   static Frame orphan(std::uint64_t id, std::string_view type, std::string_view name) {
-    Frame types(0);
-    types.body_.clear();
-    types.text(type);
-    Frame parameters(0);
-    parameters.body_.clear();
-    parameters.text(name);
-    Frame frame = data(std::uint64_t{1} << 32, 136);
-    frame.section(1, types).section(3, parameters).u8(4).u32(8).u64(id);
-    return frame;
+    return data(std::uint64_t{1} << 32, 136)
+        .section(1, fields().text(type))
+        .section(3, fields().text(name))
+        .section(4, fields().u64(id));
   }
+  // The content of a section.
+  static Frame fields() { return {}; }
   Frame& section(unsigned int number, Frame const& content) {
-    u8(number).u32(content.body_.size());
-    body_.insert(body_.end(), content.body_.begin(), content.body_.end());
-    return *this;
+    return u8(number).text(content.body_);
   }
 
  private:
+  Frame() = default;
   Frame& number(std::uint64_t value, unsigned int size) {
-    while (size-- > 0) body_.push_back(static_cast<std::uint8_t>(value >> (8 * size)));
+    while (size-- > 0) body_ += static_cast<char>(value >> (8 * size));
     return *this;
   }
 
-  Bytes body_;
+  std::string body_;
 };
 
 class RawPeer {

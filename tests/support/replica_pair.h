@@ -47,6 +47,11 @@ struct ReplicaPair {
   Zol::Ptr<Connection> replica;
 };
 
+// "c7" of "c" and 7.
+inline Zol::Name numbered(char const* prefix, unsigned int number) {
+  return Zol::format("%s%u", prefix, number);
+}
+
 inline Zol::Ptr<Ucd9012ControllerConfig> addController(Config& config, Zol::Name const& name) {
   return config.realUcd9012ControllerIs(name, "customer", nullptr, nullptr, nullptr);
 }

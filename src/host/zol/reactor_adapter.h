@@ -49,6 +49,7 @@ class ReactorAdapter : public Listener {
   // A zombie hears nothing more; false brings it back, with its owner.
   virtual void zolDoZombieReactors(bool value) {
     if (this->zolMarkedForDeletion() == value) return;
+    Ptr<ReactorAdapter> const hold(this);
     if (!value) this->zolMarkedForDeletionIs(false);
     if (this->zolNotifier()) hasNotificationActiveIs(!value);
     this->zolMarkedForDeletionIs(value);

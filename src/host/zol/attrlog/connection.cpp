@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "host/zol/attrlog/stream_adapter.h"
+#include "host/zol/expect.h"
+#include "host/zol/registry/zol_type.h"
 
 namespace Zol::NboAttrLog {
 
@@ -11,6 +13,10 @@ namespace {
 constexpr std::size_t kMemoryPipe = 64 * 1024;
 
 ConnectionOptions sane(ConnectionOptions options) {
+  if (options.ownName.size() > options.maxNameLength) {
+    throwRangeException(format("ownName longer than %zu bytes", options.maxNameLength));
+  }
+  options.maxFrame = std::max(options.maxFrame, kMaxMessageSize);
   options.inCapacity = std::max(options.inCapacity, options.maxFrame + kLengthSize);
   return options;
 }
@@ -61,6 +67,9 @@ void Connection::sendHello() {
 
 void Connection::mountIs(Ptr<Entity> const& root, MountOptions options) {
   if (!root) throwRangeException("null root parameter to mountIs not allowed");
+  if (!root->zolHasAttrLogInterface()) {
+    throwRangeException(root->fwkType()->fullName() + " is not replicated");
+  }
   if (root->name().size() > options_.maxNameLength) {
     throwRangeException(format("name of root longer than %zu bytes", options_.maxNameLength));
   }
@@ -72,11 +81,15 @@ void Connection::mountIs(Ptr<Entity> const& root, MountOptions options) {
                               " is mounted already");
     }
   }
-  if (root->zolNboAttrLogSa(out_)) {
-    throwRangeException(root->name() + String8(" was received over this connection"));
+  if (Ptr<Entity::ZolNboAttrLogSa> const present = root->zolNboAttrLogSa(out_)) {
+    throwRangeException(root->name() +
+                        String8(present->isReplica()
+                                    ? " was received over this connection"
+                                    : " is replicated over this connection already"));
   }
-  bool const writable = options.access == MountOptions::Access::writableByPeer;
-  ownMounts_.push_back({root, options, new MountContext(true, writable), {}});
+  bool const writable = options.access == MountOptions::Access::writableByPeer &&
+                        !Entity::ZolNboAttrLogSa::isReadOnlyReplica(*root);
+  ownMounts_.push_back({root, new MountContext(true, writable), {}});
   if (state_ == State::live) announce(ownMounts_.back());
 }
 
@@ -88,7 +101,7 @@ void Connection::announce(OwnMount& mount) {
   mount.id = adapter->entityId();
   out_->frameIs(FrameKind::mount, [&] {
     out_->u64Is(mount.id.value);
-    out_->u8Is(static_cast<std::uint8_t>(mount.options.access));
+    out_->u8Is(mount.context->writable() ? 1 : 0);
     out_->textIs(mount.root->name().view());
   });
   adapter->doSerializeOrphan();
@@ -116,28 +129,39 @@ bool Connection::synced(Name const& name) const {
   return false;
 }
 
+// Inside a listener nothing is applied and nothing is paid: what it was told of is still under way.
 bool Connection::pump() {
-  if (!isOpen() || pumping_ || demuxer_->dispatching()) return false;
+  if (!isOpen() || pumping_ || Expect::depth() != 0) return false;
   Ptr<Connection> const hold(this);
-  pumping_ = true;
+  struct TurnScope {
+    explicit TurnScope(bool& running) : running_(running) { running_ = true; }
+    ~TurnScope() { running_ = false; }
+    bool& running_;
+  };
+  bool worked = true;
+  try {
+    TurnScope const scope(pumping_);
+    worked = turn();
+  } catch (Exception const& failure) {
+    fail(failure.what());
+  }
+  if (closeRequested_) close();
+  return worked;
+}
+
+bool Connection::turn() {
   bool worked = false;
   if (state_ == State::live) {
     worked = demuxer_->turn();
     worked = sendSynced() || worked;
   }
   worked = sendBytes() || worked;
-  try {
-    worked = receiveBytes() || worked;
-    worked = dispatchFrames() || worked;
-    if (ended_ && !wholeFrameWaits()) {
-      std::string const where = in_->available() != 0 ? " inside a frame" : "";
-      fail("the peer has gone" + where + (ended_->empty() ? "" : ": " + *ended_));
-    }
-  } catch (MalformedMessageException const& malformed) {
-    fail(malformed.what());
+  worked = receiveBytes() || worked;
+  worked = dispatchFrames() || worked;
+  if (ended_ && drained_ && !wholeFrameWaits()) {
+    std::string const where = in_->available() != 0 ? " inside a frame" : "";
+    fail("the peer has gone" + where + (ended_->empty() ? "" : ": " + *ended_));
   }
-  pumping_ = false;
-  if (closeRequested_) close();
   return worked;
 }
 
@@ -168,12 +192,14 @@ bool Connection::sendBytes() {
 
 bool Connection::receiveBytes() {
   bool received = false;
+  drained_ = false;
   while (!in_->room().empty()) {
     Transport::Result result = transport_->read(in_->room());
     if (result.state == Transport::Result::State::ended && !ended_) {
       ended_ = std::move(result.reason);
     }
-    if (result.state != Transport::Result::State::moved) break;
+    drained_ = result.state != Transport::Result::State::moved;
+    if (drained_) break;
     in_->received(result.bytes);
     counters_.bytesIn += result.bytes;
     received = true;
@@ -209,7 +235,7 @@ bool Connection::dispatchFrames() {
 
 void Connection::close() {
   if (!isOpen()) return;
-  if (pumping_ || demuxer_->dispatching()) {
+  if (pumping_) {
     closeRequested_ = true;
     return;
   }

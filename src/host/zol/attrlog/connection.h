@@ -17,7 +17,7 @@ namespace Zol::NboAttrLog {
 
 // Sizes are in bytes. What a peer does beyond a limit closes the connection, unless said otherwise.
 struct ConnectionOptions {
-  // The name that this end gives of itself in its hello.
+  // The name that this end gives of itself in its hello, at most `maxNameLength` bytes.
   Name ownName;
   // What this end calls the other; empty: the name that the peer gives of itself.
   Name peerName;
@@ -25,6 +25,7 @@ struct ConnectionOptions {
   std::size_t outCapacity = std::size_t{256} << 10;
   // Ring of received bytes; raised to hold one frame.
   std::size_t inCapacity = std::size_t{512} << 10;
+  // The largest frame taken in; raised to hold a full message.
   std::size_t maxFrame = std::size_t{256} << 10;
   // Names and keys, which go in one piece. A longer one of our own is dropped and counted.
   std::size_t maxUnchunkedText = 65535;
@@ -67,7 +68,7 @@ struct ConnectionCounters {
   std::uint64_t coalesced = 0;
   // Enumerators that this end does not know; their numbers were applied.
   std::uint64_t unknownEnums = 0;
-  // Messages of ours that were dropped for a name or key that is too long.
+  // Messages of ours that were dropped: a name or key too long, or more than the peer takes in.
   std::uint64_t dropped = 0;
   // Exceptions out of a listener's exception handler while a message was applied; the change
   // stands.
@@ -81,10 +82,12 @@ struct ConnectionCounters {
 //   connection->mountIs( config, {} );          // the peer gets a replica, kept up to date
 //   while( connection->isOpen() ) { poll( ... ); while( connection->pump() ) {} }
 //
-// The trap: inside a listener `pump()` does nothing, and `close()` takes effect when the turn ends.
+// The trap: inside any listener `pump()` does nothing; `close()` in one that is told of a received
+// change takes effect when the turn ends.
 class ZOL_EXPORT Connection final : public PtrInterface {
  public:
-  // Over a stream socket or pipe, which is made non-blocking and closed with the connection.
+  // Over a stream socket or pipe, which is made non-blocking and closed with the connection. Both
+  // throw `RangeException` for an `ownName` that is too long.
   static Ptr<Connection> overFd(int fd, ConnectionOptions options);
   static Ptr<Connection> over(std::unique_ptr<Transport> transport, ConnectionOptions options);
   ~Connection() override;
@@ -96,9 +99,10 @@ class ZOL_EXPORT Connection final : public PtrInterface {
 
   // Announces the root to the peer, catches it up and keeps it up to date. Before the peer's hello
   // the request is kept. Again for the same root: nothing. Throws `RangeException` for a null root,
-  // for a name longer than `maxNameLength` bytes, and for a root that this connection received;
-  // `NameInUseException` when another root of that name is mounted. Nothing happens on a closed
-  // end.
+  // for an entity of a class that is not replicated, for a name longer than `maxNameLength` bytes,
+  // and for an entity that this connection received or replicates already; `NameInUseException`
+  // when another root of that name is mounted. Nothing happens on a closed end. A root that is
+  // itself a read-only replica is never writable by the peer.
   void mountIs(Ptr<Entity> const& root, MountOptions options = {});
   // The root that the peer announced under the name, or null.
   [[nodiscard]] Ptr<Entity> mounted(Name const& name) const;
@@ -128,7 +132,6 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   enum class State : std::uint8_t { hello, live, closed };
   struct OwnMount {
     Ptr<Entity> root;
-    MountOptions options;
     Ptr<MountContext> context;
     EntityId id;
   };
@@ -141,6 +144,7 @@ class ZOL_EXPORT Connection final : public PtrInterface {
 
   Connection(std::unique_ptr<Transport> transport, ConnectionOptions options);
 
+  bool turn();
   void announce(OwnMount& mount);
   void sendHello();
   bool sendSynced();
@@ -161,7 +165,7 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   void forgetArrived();
   void byeArrived();
   [[nodiscard]] Name nameArrived(char const* what);
-  void requireFrameEnd(char const* kind);
+  void requireFrameEnd(char const* what);
   [[nodiscard]] PeerMount* peerMount(EntityId id);
   // Runs a call of an adapter that applies a message, and judges what comes out of it.
   template <class Call>
@@ -175,6 +179,8 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   State state_ = State::hello;
   bool pumping_ = false;
   bool closeRequested_ = false;
+  // The last read took all there was.
+  bool drained_ = false;
   // The transport has ended, with this reason; what it brought is taken in first.
   std::optional<std::string> ended_;
   std::string error_;

@@ -7,8 +7,8 @@ namespace Zol::NboAttrLog {
 
 namespace {
 
-// A peer must take in our largest messages.
-constexpr std::uint32_t kMinPeerFrame = 128 * 1024;
+// A peer must take in what a text is cut into.
+constexpr std::uint32_t kMinPeerFrame = kMaxMessageSize;
 
 }  // namespace
 
@@ -41,10 +41,9 @@ void Connection::frameArrived() {
   ++counters_.unknown;
 }
 
-void Connection::requireFrameEnd(char const* kind) {
+void Connection::requireFrameEnd(char const* what) {
   if (in_->left() != 0) {
-    in_->malformed(std::string(kind) + " frame with " + std::to_string(in_->left()) +
-                   " bytes too many");
+    in_->malformed(std::string(what) + " with " + std::to_string(in_->left()) + " bytes too many");
   }
 }
 
@@ -75,7 +74,8 @@ void Connection::helloArrived() {
   in_->nextU32();  // longest text; ours are cut by our own limit
   in_->nextU64();  // schema hash: a difference is no error
   Name const name = nameArrived("name of the peer");
-  requireFrameEnd("hello");
+  requireFrameEnd("hello frame");
+  out_->maxFrameIs(maxFrame);
   if (options_.peerName.empty()) options_.peerName = name;
   out_->peerNameIs(options_.peerName);
   state_ = State::live;
@@ -87,7 +87,7 @@ void Connection::mountArrived() {
   std::uint8_t const access = in_->nextU8();
   if (access > 1) in_->malformed("mount with access " + std::to_string(access));
   Name const name = nameArrived("name of a root");
-  requireFrameEnd("mount");
+  requireFrameEnd("mount frame");
   if (id.reserved() || id.unified() || !id.fromPeer()) in_->malformed("mount with a reserved id");
   for (PeerMount const& mount : peerMounts_) {
     if (mount.id == id || mount.name == name) {
@@ -157,17 +157,17 @@ void Connection::dataArrived() {
     return;
   }
   In::Position const payload = in_->position();
-  auto const dispatch = [&](AttributeId what) {
+  auto const dispatch = [&](AttributeId what, bool prefixOnly = false) {
     in_->positionIs(payload);
-    adapter->handleAttrDeserialization(what, {}, size, nullptr);
+    adapter->handleAttrDeserialization(what, {prefixOnly}, size, nullptr);
   };
   // The source has another entity under the key than this replica: the member here goes first. An
   // announcement begins with the key, as a removal does.
   auto const replace = [&] {
-    dispatch(-attrId);
+    dispatch(-attrId, true);
     dispatch(attrId);
   };
-  bool const replica = !adapter->has(flagInReadOnly);
+  bool const replica = adapter->isReplica();
   apply(*adapter, attrId, [&] {
     try {
       dispatch(attrId);
@@ -207,6 +207,7 @@ void Connection::orphanArrived() {
       parametersEnd = end;
     } else if (section == static_cast<std::uint8_t>(PayloadSection::entityId)) {
       id = in_->nextEntityId();
+      requireFrameEnd("entity id of an orphan");
     }
     in_->boundIs(messageEnd);
     in_->positionIs(end);
@@ -232,6 +233,8 @@ void Connection::orphanArrived() {
     in_->positionIs(parameters);
     in_->boundIs(parametersEnd);
     entity = type->newEntity(in_, {}, 0, nullptr);
+    // A class that this end knows only by its base may have parameters behind those of the base.
+    if (type->fullName() == typeNames.front()) requireFrameEnd("parameters of an orphan");
     in_->boundIs(messageEnd);
   } catch (MalformedMessageException const&) {
     throw;
@@ -259,27 +262,26 @@ void Connection::markArrived() {
   std::uint8_t const type = in_->nextU8();
   std::uint32_t const n = in_->nextU32();
   if (type > 2) in_->malformed("mark of type " + std::to_string(type));
-  requireFrameEnd("mark");
+  requireFrameEnd("mark frame");
   Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
   if (!adapter) {
     ++counters_.unknown;
     return;
   }
-  // Only the owner of a mount may mark and sweep: a peer must not empty the owner's tree.
-  auto const* const context = dynamic_cast<MountContext const*>(adapter->msgChannelEntry());
-  auto const transaction = static_cast<StreamAdapter::AttrTransactionType>(type);
-  bool const owner = context && context->owner();
-  if (adapter->has(flagInReadOnly) ||
-      (owner && transaction != StreamAdapter::AttrTransactionType::abort)) {
+  if (adapter->has(flagInReadOnly)) {
     ++counters_.refused;
     return;
   }
+  // Only the owner of a mount may mark and sweep: a peer must not empty the owner's tree. The
+  // brackets of a peer that may write mean nothing here.
+  auto const transaction = static_cast<StreamAdapter::AttrTransactionType>(type);
+  if (!adapter->isReplica() && transaction != StreamAdapter::AttrTransactionType::abort) return;
   apply(*adapter, attrId, [&] { adapter->handleAttrTransaction(attrId, transaction, n); });
 }
 
 void Connection::syncedArrived() {
   EntityId const id = in_->nextEntityId();
-  requireFrameEnd("synced");
+  requireFrameEnd("synced frame");
   if (PeerMount const* const mount = peerMount(id)) {
     mount->context->syncedIs(true);
   } else {
@@ -289,7 +291,7 @@ void Connection::syncedArrived() {
 
 void Connection::forgetArrived() {
   EntityId const id = in_->nextEntityId();
-  requireFrameEnd("forget");
+  requireFrameEnd("forget frame");
   auto const orphan = orphans_.find(id.value);
   if (orphan == orphans_.end()) {
     ++counters_.unknown;
@@ -301,7 +303,7 @@ void Connection::forgetArrived() {
 
 void Connection::byeArrived() {
   String8 const reason = in_->nextString();
-  requireFrameEnd("bye");
+  requireFrameEnd("bye frame");
   fail("closed by the peer" + (reason.empty() ? "" : ": " + std::string(reason.view())));
 }
 

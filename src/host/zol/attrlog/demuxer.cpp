@@ -58,7 +58,7 @@ EntityId Demuxer::idAllocate() {
 }
 
 bool Demuxer::allocatedHere(EntityId id) const noexcept {
-  return !id.fromPeer() && id.value != 0 && id.value < nextId_;
+  return !id.fromPeer() && id.value >= kFirstId && id.value < nextId_;
 }
 
 void Demuxer::reactorIs(EntityId id, Entity::ZolNboAttrLogSa* adapter) {
@@ -102,11 +102,15 @@ void Demuxer::bind(Entity::ZolNboAttrLogSa& adapter, EntityId id) {
     } else {
       // Both ends have made the child at once: messages come under either id, and go under the
       // first.
-      adapter.otherIds_.push_back(id);
+      for (EntityId const other : adapter.otherIds_) idDel(other);
+      adapter.otherIds_.assign(1, id);
     }
     reactorIs(id, &adapter);
     if (id.fromPeer()) ++boundByPeer_;
   }
+  // The peer knows the entity from now on, as if it had been announced to it.
+  adapter.announced_ = true;
+  adapter.streams_ = true;
   adapter.walkDone_ = true;
   adapter.recomputeBits();
 }
@@ -127,8 +131,13 @@ bool Demuxer::checkEphemeralEntityDeletion(Entity* present, EntityId const& id, 
   if (keyed && bound && bound != present) refuseId(id, "names another entity");
   if (!present) return false;
   Ptr<Entity::ZolNboAttrLogSa> const adapter = present->zolNboAttrLogSa(out_);
-  if (!adapter || adapter->entityId_.value == 0 || adapter->entityId_ == id) return false;
-  if (adapter->entityId_.fromPeer() != id.fromPeer()) return false;
+  if (!adapter || reactor(id) == adapter.get()) return false;
+  auto const sameEnd = [&](EntityId known) {
+    return known.value != 0 && known.fromPeer() == id.fromPeer();
+  };
+  if (!sameEnd(adapter->entityId_) && std::ranges::none_of(adapter->otherIds_, sameEnd)) {
+    return false;
+  }
   if (keyed) throw GiveWayException("replaced by its source");
   return true;
 }
@@ -188,6 +197,7 @@ bool Demuxer::continueFlowOut() {
 }
 
 bool Demuxer::turn() {
+  out_->openMessageDel();
   turnEnd_ = out_->bytesCommitted() + turnBudget_;
   std::size_t const round = queue_.size();
   bool worked = false;
@@ -198,7 +208,11 @@ bool Demuxer::turn() {
     queue_.pop_front();
     adapter->queued_ = false;
     Ptr<Entity> const entity(adapter->entity());
-    run(*adapter);
+    if (entity && adapter->nboAttrLogOut()) {
+      run(*adapter);
+    } else {
+      flowOutDel(*adapter);
+    }
     worked = true;
   }
   return worked;

@@ -95,13 +95,14 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
 
   // The entity whose message is being applied, and how deep in notifications the host stood then.
   class DispatchScope;
-  [[nodiscard]] bool dispatching() const noexcept { return dispatch_ != nullptr; }
   [[nodiscard]] bool dispatchConcerns(Entity const& entity) const noexcept;
 
   // Ends all: adapters stop listening and are dropped; entities and listeners stay.
   void shutDown();
 
  private:
+  static constexpr std::uint64_t kFirstId = 0x20;
+
   void run(Entity::ZolNboAttrLogSa& adapter);
   void dequeue(Entity::ZolNboAttrLogSa& adapter);
 
@@ -111,7 +112,7 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   std::size_t const maxPartialTexts_;
   std::size_t const turnBudget_;
   std::shared_ptr<std::size_t> partialBytes_ = std::make_shared<std::size_t>(0);
-  std::uint64_t nextId_ = 0x20;
+  std::uint64_t nextId_ = kFirstId;
   std::size_t boundByPeer_ = 0;
   std::unordered_map<std::uint64_t, Ptr<Entity::ZolNboAttrLogSa>> reactors_;
   std::unordered_map<std::uint64_t, Ptr<FlowIn>> flowIns_;

@@ -41,10 +41,13 @@ bool EntityAdapter::mayLeaveDirectly(AttributeId id, Out const& out) {
   return false;
 }
 
+// An adapter of several levels hears of a change once through each of them: it counts once.
 void EntityAdapter::attributeOwed(LogRow const& row) {
   if (!flowOut()) return;
-  if (flowOut()->bit(row.bit)) streamDemuxer()->coalescedInc();
+  bool const heardBefore = owedAt_ == entity()->mutationCounter();
+  if (flowOut()->bit(row.bit) && !heardBefore) streamDemuxer()->coalescedInc();
   flowOut()->bitIs(row.bit, true);
+  owedAt_ = entity()->mutationCounter();
 }
 
 bool EntityAdapter::mayLeave(LogRow const& row, Out const& out) {
@@ -118,7 +121,7 @@ bool EntityAdapter::textChanged(LogRow const& row, String8 (*current)(Entity con
   createFlowOutOnDemand();
   if (FlowOut* const made = flowOut()) {
     made->attrIdIs(row.id);
-    made->bitIs(row.bit, true);
+    attributeOwed(row);
     made->outstandingKeysIs(1);
     made->valueEnq(position);
   }
@@ -162,8 +165,9 @@ AttributeId EntityAdapter::flowOutFrom(LogLevel const& level, AttributeId id) {
     flow->pendingAbortDel(aborted);
   }
   AttributeId const first = level.rows.front().id;
-  if (id < first && level.base) {
-    if (AttributeId const next = flowOutFrom(*level.base, id); next != 0) return next;
+  if (id < first) {
+    AttributeId const next = level.base ? flowOutFrom(*level.base, id) : 0;
+    if (next != 0) return next;
     if (!continueFlowOut()) return first;
   }
   for (std::size_t i = 0; i < level.rows.size(); ++i) {
@@ -207,7 +211,8 @@ void EntityAdapter::freeState(LogLevel const& level, FlowOut& flow) {
 void EntityAdapter::messageIs(LogLevel const& level, AttributeId id, DeserializationOptions options,
                               unsigned int size, Ptr<In> const& in) {
   Ptr<In> const input(in ? in.get() : nboAttrLogOut() ? nboAttrLogOut()->reverseLog() : nullptr);
-  if (!input) return;
+  Ptr<Demuxer> const demuxer = streamDemuxer();
+  if (!input || !demuxer || !entity()) return;
   std::optional<ApplyingEnd> end;
   if (!in) {
     if (has(flagApplying)) throwInternalException("entity reactor is already active");
@@ -221,14 +226,14 @@ void EntityAdapter::messageIs(LogLevel const& level, AttributeId id, Deserializa
   LogRow const* const row = level.find(id);
   auto* const read = !row ? nullptr : id > 0 ? row->apply : row->remove;
   if (!read) return doBaseZolNboAttrLogSaMsg(id, options, size, in);
-  Inbound message{*input, row->id, size, !in, streamDemuxer()->flowIn(entityId())};
+  Inbound message{*input, row->id, size, !in, options.prefixOnly, demuxer->flowIn(entityId())};
   read(*this, message);
 }
 
 void EntityAdapter::notificationIs(LogLevel const& level, AttributeId id, void* key) {
   LogRow const* const row = level.find(id);
   bool const keyed = row && row->kind == LogRow::Kind::collection;
-  if (!row || (id < 0 && !keyed)) return;
+  if (!row || !entity() || (id < 0 && !keyed)) return;
   row->react(*this, key);
 }
 

@@ -79,6 +79,9 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
   void attributeOwed(LogRow const& row);
 
  private:
+  // The change of the entity at which something was owed last.
+  std::uint32_t owedAt_ = 0;
+
   void beginOrphan();
   void endOrphan();
   [[nodiscard]] bool mayLeave(LogRow const& row, Out const& out);

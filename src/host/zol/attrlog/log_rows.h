@@ -18,6 +18,8 @@ struct Inbound {
   unsigned int size;
   // False: nothing is applied; the fields are read, and the reaction runs.
   bool applies;
+  // True: the payload goes on behind what this message reads.
+  bool prefixOnly;
   Ptr<FlowIn> flow;
 };
 

@@ -15,7 +15,7 @@ using ClassOf = decltype(classOfMember(member));
 
 // An extra byte behind the last field is malformed, and found before anything is applied.
 inline void requireEnd(Inbound& message) {
-  if (message.in.left() != 0) {
+  if (!message.prefixOnly && message.in.left() != 0) {
     message.in.malformed("message about attribute " + std::to_string(message.id) + " with " +
                          std::to_string(message.in.left()) + " bytes too many");
   }

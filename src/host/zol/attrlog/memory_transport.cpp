@@ -16,6 +16,12 @@ struct Pipe {
   bool ended = false;
 
   [[nodiscard]] std::size_t size() const { return bytes.size() - head; }
+  // A reader that never empties the pipe must not let it grow.
+  void compact() {
+    if (head <= capacity) return;
+    bytes.erase(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(head));
+    head = 0;
+  }
 };
 
 class MemoryTransport final : public Transport {
@@ -42,6 +48,7 @@ class MemoryTransport final : public Transport {
     if (out_->ended) return {Result::State::ended, 0, {}};
     std::size_t const count = std::min(from.size(), out_->capacity - out_->size());
     if (count == 0) return {};
+    out_->compact();
     out_->bytes.insert(out_->bytes.end(), from.begin(),
                        from.begin() + static_cast<std::ptrdiff_t>(count));
     return {Result::State::moved, count, {}};

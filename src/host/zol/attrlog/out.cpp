@@ -113,17 +113,23 @@ void Out::commit() {
   Message& message = this->message();
   if (!message.open) return;
   message.open = false;
-  if (message.overlong) {
+  closeSection();
+  if (message.overlong || message.bytes.size() - kLengthSize > maxFrame_) {
     ++dropped_;
+    message.bytes.clear();
     return;
   }
-  closeSection();
   patchLength(message.bytes, 0, message.bytes.size() - kLengthSize);
   queue_.insert(queue_.end(), message.bytes.begin(), message.bytes.end());
   bytesCommitted_ += message.bytes.size();
   ++messagesCommitted_;
   message.bytes.clear();
   if (message.announced.value != 0 && demuxer_) demuxer_->announcementCommitted(message.announced);
+}
+
+void Out::openMessageDel() noexcept {
+  message().open = false;
+  message().bytes.clear();
 }
 
 std::size_t Out::beginFrame(FrameKind kind) {

@@ -73,6 +73,9 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   void textIs(std::string_view text) override;
   void entityIdFieldIs(EntityId id);
 
+  // Drops a message that an exception left open, so that it takes up no room until the next one.
+  void openMessageDel() noexcept;
+
   // Writes a frame of another kind than DATA, whole and at once.
   template <class Body>
   void frameIs(FrameKind kind, Body&& body) {
@@ -99,13 +102,17 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   // For the connection.
   void ownerIs(In* in, Demuxer* demuxer) noexcept;
   void peerNameIs(Name name) { peerName_ = std::move(name); }
+  // The largest frame that the peer takes in, without its length field. A message beyond it is
+  // dropped and counted.
+  void maxFrameIs(std::size_t bytes) noexcept { maxFrame_ = bytes; }
   void scheduledIs(bool value) noexcept { scheduled_ = value; }
   [[nodiscard]] std::span<std::uint8_t const> pending() const noexcept;
   void sent(std::size_t bytes) noexcept;
   // Bytes and attribute messages committed since the start.
   [[nodiscard]] std::uint64_t bytesCommitted() const noexcept { return bytesCommitted_; }
   [[nodiscard]] std::uint64_t messagesCommitted() const noexcept { return messagesCommitted_; }
-  // Messages that were dropped because an unchunked text was longer than allowed.
+  // Messages that were dropped: an unchunked text was longer than allowed, or the whole was longer
+  // than the peer takes in.
   [[nodiscard]] std::uint64_t dropped() const noexcept { return dropped_; }
 
  private:
@@ -129,6 +136,7 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   Name peerName_;
   std::size_t const capacity_;
   std::size_t const maxUnchunkedText_;
+  std::size_t maxFrame_ = SIZE_MAX;
   std::vector<std::unique_ptr<Message>> messages_;
   std::size_t depth_ = 0;
   Bytes* direct_ = nullptr;

@@ -119,7 +119,13 @@ bool ParentAdapter::collectionOwed(LogRow const& row, Map const& map,
   for (DirtyNames::Map::IteratorConst it(&dirty.map()); it;) {
     if (!continueFlowOut()) return false;
     Name const key = it.key();
-    send(key, Ptr<typename std::remove_pointer_t<decltype(map[key])>>(map[key]));
+    Ptr<typename std::remove_pointer_t<decltype(map[key])>> const member(map[key]);
+    // The key's debt may have taken in a removal. Where both ends make members, a peer that has one
+    // under its own id would take an announcement for that of the same member made at both.
+    if (member && !has(flagInReadOnly) && !member->zolNboAttrLogSa(nboAttrLogOut())) {
+      send(key, nullptr);
+    }
+    send(key, member);
     if (flow->blocked()) return false;
     ++it;
     dirty.dirtyDel(key);

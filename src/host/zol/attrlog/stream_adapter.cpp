@@ -115,12 +115,16 @@ Entity::ZolNboAttrLogSa::ZolNboAttrLogSa(Zol_BitSet flags, unsigned int,
 
 Entity::ZolNboAttrLogSa::~ZolNboAttrLogSa() {
   isWeakReferenceIs(false);
+  detachLevels();
+}
+
+// The most derived level goes first.
+void Entity::ZolNboAttrLogSa::detachLevels() {
   while (levelCount_ > 0) {
-    Level& level = levels_[--levelCount_];
+    Level level = std::move(levels_[--levelCount_]);
     level.listener->isRegisteredNotifieeIs(false);
     level.listener->notifierIs(nullptr);
     level.detach(*level.listener);
-    level.listener = nullptr;
   }
 }
 
@@ -138,10 +142,13 @@ void Entity::ZolNboAttrLogSa::hasNotificationActiveIs(bool value) {
   for (std::size_t i = 0; i < levelCount_; ++i) {
     levels_[i].listener->hasNotificationActiveIs(value);
   }
+  // An adapter that hears nothing would not hear of its entity's end, so it holds it meanwhile.
+  if (has(flagWeak)) isWeakReferenceIs(value);
 }
 
 void Entity::ZolNboAttrLogSa::zolDoZombieReactors(bool value) {
   if (zolMarkedForDeletion() == value) return;
+  Ptr<ZolNboAttrLogSa> const hold(this);
   if (levelCount_ > 0) levels_[levelCount_ - 1].zombie(*ownListener(), value);
   zolMarkedForDeletionIs(value);
 }
@@ -164,6 +171,9 @@ void Entity::ZolNboAttrLogSa::onZeroReferences() {
   if (Ptr<NboAttrLog::Demuxer> const demuxer = streamDemuxer()) {
     demuxer->reactorDel(entityId());
   }
+  // Whoever still holds the adapter must not reach the entity through it.
+  detachLevels();
+  storeNotifier(nullptr);
 }
 
 void Entity::ZolNboAttrLogSa::zolOnInit() {
@@ -177,14 +187,16 @@ Ptr<Entity> Entity::ZolNboAttrLogSa::zolNotifierEntity() { return entity(); }
 
 Ptr<Entity const> Entity::ZolNboAttrLogSa::zolNotifierEntity() const { return entity(); }
 
-// The end of a transaction drops no text: the last member of a keyed text may be under way still.
-void Entity::ZolNboAttrLogSa::handleAttrTransaction(AttributeId, AttrTransactionType type,
+// An abort drops the text under way of its attribute, which begins anew. The end of a transaction
+// drops none: the last member of a keyed text may be under way still.
+void Entity::ZolNboAttrLogSa::handleAttrTransaction(AttributeId id, AttrTransactionType type,
                                                     unsigned int) {
   if (type == AttrTransactionType::begin) return;
   Ptr<NboAttrLog::Demuxer> const demuxer = streamDemuxer();
   Ptr<NboAttrLog::FlowIn> const flow = demuxer ? demuxer->flowIn(entityId()) : nullptr;
   if (!flow) return;
   if (type == AttrTransactionType::end) flow->handlingTransactionIs(false);
+  if (type == AttrTransactionType::abort && flow->aid() == id) flow->iterDel();
   if (!flow->hasIter()) demuxer->flowInDel(entityId());
 }
 
@@ -249,6 +261,7 @@ void Entity::ZolNboAttrLogSa::createFlowOutOnDemand() {
   }
 }
 
+// What has been announced once goes on streaming: the peer may hold it by other ways.
 void Entity::ZolNboAttrLogSa::withdrawAnnouncements(Entity const& entity) {
   for (auto const* at = entity.zolNotifiees().head(); at; at = ListRawGeneric::next(*at)) {
     if (auto* const adapter = dynamic_cast<ZolNboAttrLogSa*>(at->zolRawReactor())) {
@@ -264,19 +277,30 @@ void Entity::ZolNboAttrLogSa::doBaseZolNboAttrLogSaMsg(AttributeId, Deserializat
 
 void Entity::ZolNboAttrLogSa::recomputeBits() {
   auto const* const context = dynamic_cast<MountContext const*>(msgChannelEntry());
-  bool const replica = context && !context->owner();
   bool const bound = entityId().value != 0;
   flagsIs(flagNoFlowOut, flowOut() == nullptr);
   flagsIs(flagAnnounced, walkDone_ && !flowOut());
-  flagsIs(flagStreaming, replica ? context->writable() && bound : announced_);
+  flagsIs(flagStreaming, isReplica() ? context->writable() && bound : streams_);
 }
 
 void Entity::ZolNboAttrLogSa::announcementCommitted() {
-  auto const* const context = dynamic_cast<MountContext const*>(msgChannelEntry());
-  bool const replica = context && !context->owner();
   announced_ = true;
-  needsWalk_ = !replica || !entityId().fromPeer();
+  streams_ = true;
+  needsWalk_ = !isReplica() || !entityId().fromPeer();
   recomputeBits();
+}
+
+bool Entity::ZolNboAttrLogSa::isReplica() const noexcept {
+  auto const* const context = dynamic_cast<MountContext const*>(msgChannelEntry());
+  return context && !context->owner();
+}
+
+bool Entity::ZolNboAttrLogSa::isReadOnlyReplica(Entity const& entity) {
+  for (auto const* at = entity.zolNotifiees().head(); at; at = ListRawGeneric::next(*at)) {
+    auto const* const adapter = dynamic_cast<ZolNboAttrLogSa const*>(at->zolRawReactor());
+    if (adapter && adapter->nboAttrLogOut() && adapter->has(flagOutReadOnly)) return true;
+  }
+  return false;
 }
 
 // The adapter of an entity on a stream.

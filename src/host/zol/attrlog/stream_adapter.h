@@ -60,7 +60,10 @@ class ZOL_EXPORT StreamAdapter : public PtrInterface::NotifieeConst {
  public:
   enum class AttrTransactionType : std::uint8_t { begin = 0, abort = 1, end = 2 };
   enum class SyncMode : std::uint8_t { off = 0, settle = 1, mark = 2 };
-  struct DeserializationOptions {};
+  struct DeserializationOptions {
+    // The payload goes on behind what the message reads.
+    bool prefixOnly = false;
+  };
 
   // Throws `RangeException` "SyncMode" for a number above 2.
   static SyncMode SyncModeInstance(unsigned int number);
@@ -169,7 +172,12 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   [[nodiscard]] Entity* entity() const noexcept {
     return static_cast<Entity*>(const_cast<PtrInterface*>(zolNotifier()));
   }
+  // The peer knows the entity by an id: this end has announced it, or the peer has.
   [[nodiscard]] bool announced() const noexcept { return announced_; }
+  // The other end of the log owns the tree that the entity belongs to.
+  [[nodiscard]] bool isReplica() const noexcept;
+  // Whether changes of the entity reach no owner, because it is a replica that may not be written.
+  [[nodiscard]] static bool isReadOnlyReplica(Entity const& entity);
 
   // Asks for all that is owed since the announcement: gives the adapter a full flow.
   void doThis();
@@ -221,6 +229,7 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   static constexpr std::size_t kMaxLevels = 3;
 
   void levelAttached(Entity* entity, Level level);
+  void detachLevels();
   // Derives the bits that follow from the state below.
   void recomputeBits();
   void announcementCommitted();
@@ -231,6 +240,7 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   AttributeId resume_ = 0;
   unsigned int idleRounds_ = 0;
   bool announced_ = false;
+  bool streams_ = false;
   bool needsWalk_ = false;
   bool walkDone_ = false;
   bool queued_ = false;

@@ -5,8 +5,11 @@
 //           u64 schema hash, text own name
 //   MOUNT   u64 root id, u8 access, text name
 //   DATA    u64 entity id, i32 attribute id, u8 bits, u32 fixedSize?, u32 childMark?, u32 seen?,
-//   payload MARK    u64 entity id, i32 attribute id, u8 type, u32 n SYNCED  u64 root id FORGET  u64
-//   entity id BYE     text reason
+//           payload
+//   MARK    u64 entity id, i32 attribute id, u8 type, u32 n
+//   SYNCED  u64 root id
+//   FORGET  u64 entity id
+//   BYE     text reason
 //
 // A text is a u32 length and the bytes; a text chunk is a u8 "more follows", a u32 length and the
 // bytes. An id's top bit says that the end which reads it allocated it; the reader flips the bit.
