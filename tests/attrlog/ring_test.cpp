@@ -2,25 +2,9 @@
 // costs while it is replicated.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
+#include "support/allocation_count.h"
 #include "support/raw_peer.h"
 #include "support/replica_pair.h"
-
-namespace {
-std::atomic<std::size_t> allocated = 0;
-}
-
-// Counts what the test program and the libraries allocate.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-  ++allocated;
-  if (void* const place = std::malloc(size ? size : 1)) return place;
-  throw std::bad_alloc();
-}
-[[gnu::noinline]] void operator delete(void* place) noexcept { std::free(place); }
-[[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept { std::free(place); }
 
 namespace {
 
@@ -121,9 +105,7 @@ TEST(Costs, aReplicatedChangeAllocatesNothing) {
     pair.flow();
   };
   change();
-  std::size_t const before = allocated;
-  change();
-  EXPECT_EQ(allocated, before);
+  EXPECT_EQ(allocationsOf(change), 0U);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <regex>
+#include <cctype>
 #include <string>
 #include <vector>
 
@@ -16,8 +16,14 @@ using Reports = std::vector<std::string>;
 using ExpectedSchema::Kind;
 
 // Without the names of scopes: while the library registers its types they have no full names yet.
-std::string bare(std::string const& line) {
-  return std::regex_replace(line, std::regex("\\w+::"), "");
+std::string bare(std::string line) {
+  auto const inName = [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; };
+  for (std::size_t end; (end = line.find("::")) != std::string::npos;) {
+    std::size_t start = end;
+    while (start > 0 && inName(static_cast<unsigned char>(line[start - 1]))) --start;
+    line.erase(start, end + 2 - start);
+  }
+  return line;
 }
 
 std::string nameOf(Zol::ZolType const* type) {

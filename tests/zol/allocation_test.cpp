@@ -1,25 +1,9 @@
 // What must not allocate: changes without listeners or with up to 16, reads, lookups and steps.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
+#include "support/allocation_count.h"
 #include "zol/hash_entry.h"
 #include "zol/lamp.h"
-
-namespace {
-std::atomic<std::size_t> allocated = 0;
-}
-
-// Counts what the test program and the libraries allocate.
-void* operator new(std::size_t size) {
-  ++allocated;
-  if (void* const place = std::malloc(size ? size : 1)) return place;
-  throw std::bad_alloc();
-}
-void operator delete(void* place) noexcept { std::free(place); }
-void operator delete(void* place, std::size_t) noexcept { std::free(place); }
 
 namespace Zol::Test {
 namespace {
@@ -33,12 +17,7 @@ class QuietListener : public Lamp::Listener {
   int calls = 0;
 };
 
-template <class Action>
-std::size_t allocationsOf(Action const& action) {
-  std::size_t const before = allocated;
-  action();
-  return allocated - before;
-}
+using test::allocationsOf;
 
 class Allocations : public ::testing::Test {
  protected:
