@@ -272,6 +272,16 @@ TEST_F(Replication, twoReplicasAndAChainHoldTheSameTree) {
   EXPECT_EQ(chained.source->counters().messagesIn, 0U);
 }
 
+TEST_F(Replication, aReferenceThatIsNotReplicatedArrivesAsNullAndIsCounted) {
+  Zol::Ptr<Hardware::DexoDesc> const descriptor(new Hardware::DexoDesc("bus"));
+  config->realUcd9032ControllerIs("wired", "c", descriptor, nullptr, nullptr);
+  pair.mount(config);
+  ASSERT_TRUE(pair.mirror()->realUcd9032Controller("wired"));
+  EXPECT_FALSE(pair.mirror()->realUcd9032Controller("wired")->dexoDesc());
+  EXPECT_EQ(pair.source->counters().unreplicated, 1U);
+  expectNoEcho();
+}
+
 TEST_F(Replication, mountingRefusesWhatCouldNotBeTold) {
   EXPECT_THROW(pair.source->mountIs(nullptr), Zol::RangeException);
   pair.mount(config);

@@ -264,6 +264,7 @@ ConnectionCounters Connection::counters() const {
   all.unknown += demuxer_->unknownAttributes();
   all.unknownEnums = demuxer_->unknownEnums();
   all.coalesced = demuxer_->coalesced();
+  all.unreplicated = demuxer_->unreplicated();
   all.listenerFailures += demuxer_->listenerFailures();
   return all;
 }

@@ -66,6 +66,8 @@ struct ConnectionCounters {
   std::uint64_t unknown = 0;
   // Changes that left no message of their own, because one message carried several.
   std::uint64_t coalesced = 0;
+  // References of ours that went out as null, because entities of their class are not replicated.
+  std::uint64_t unreplicated = 0;
   // Enumerators that this end does not know; their numbers were applied.
   std::uint64_t unknownEnums = 0;
   // Messages of ours that were dropped: a name or key too long, or more than the peer takes in.

@@ -86,6 +86,9 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
 
   void unknownEnumsInc(unsigned int count) noexcept { unknownEnums_ += count; }
   [[nodiscard]] std::uint64_t unknownEnums() const noexcept { return unknownEnums_; }
+  // A reference to an entity of a class without adapters has gone out as null.
+  void unreplicatedInc() noexcept { ++unreplicated_; }
+  [[nodiscard]] std::uint64_t unreplicated() const noexcept { return unreplicated_; }
   void coalescedInc() noexcept { ++coalesced_; }
   [[nodiscard]] std::uint64_t coalesced() const noexcept { return coalesced_; }
   void unknownAttributesInc() noexcept { ++unknownAttributes_; }
@@ -122,6 +125,7 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   Entity const* dispatch_ = nullptr;
   unsigned int dispatchDepth_ = 0;
   std::uint64_t unknownEnums_ = 0;
+  std::uint64_t unreplicated_ = 0;
   std::uint64_t coalesced_ = 0;
   std::uint64_t unknownAttributes_ = 0;
   std::uint64_t listenerFailures_ = 0;

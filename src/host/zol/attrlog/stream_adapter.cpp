@@ -354,8 +354,12 @@ Ptr<Entity::ZolNboAttrLogSa> Entity::zolNboAttrLogSaDel(Ptr<NboAttrLog::Out cons
 // announced as a child, and what stands below nothing that the log knows, as an orphan.
 std::uint64_t Entity::entityId(Ptr<NboAttrLog::Out const> const& out, bool announce, bool,
                                bool raise) {
-  if (!zolHasAttrLogInterface()) return 0;
   Ptr<NboAttrLog::Out> const stream(const_cast<NboAttrLog::Out*>(out.get()));
+  NboAttrLog::Demuxer* const demuxer = stream ? stream->demuxer() : nullptr;
+  if (!zolHasAttrLogInterface() || !demuxer) {
+    if (demuxer) demuxer->unreplicatedInc();
+    return 0;
+  }
   std::vector<Entity*> unknown;
   Entity* holder = this;
   for (; holder; holder = holder->zolParent()) {
@@ -364,7 +368,7 @@ std::uint64_t Entity::entityId(Ptr<NboAttrLog::Out const> const& out, bool annou
     unknown.push_back(holder);
   }
   if (!holder) {
-    stream->demuxer()->announceOrphan(*this);
+    demuxer->announceOrphan(*this);
   } else if (announce) {
     for (; !unknown.empty(); unknown.pop_back()) {
       Entity* const child = unknown.back();
