@@ -104,7 +104,7 @@ struct Sending {
 
 constexpr LogRow kRows[] = {
 #include "attrlog/stamp_controllers_rows.h"
-#include "attrlog/config_controllers.def"
+#include "entities/config_controllers.def"
 };
 constexpr Zol::NboAttrLog::LogLevel kLevel{kRows};
 
@@ -115,7 +115,7 @@ class Config::ZolNboAttrLogSa::ZolNboAttrLogSaAdapter_ final
  public:
   using ReactorAdapter::ReactorAdapter;
 #include "attrlog/stamp_controllers_forwards.h"
-#include "attrlog/config_controllers.def"
+#include "entities/config_controllers.def"
 };
 
 Sa::ZolNboAttrLogSa(Zol_BitSet flags, Zol::Ptr<Config> const& entity, unsigned int n,
@@ -171,7 +171,7 @@ void Sa::doRemountSelf(Zol::Ptr<Zol::NboAttrLog::Out> const& out) {
 }
 
 #include "attrlog/stamp_controllers.h"
-#include "attrlog/config_controllers.def"
+#include "entities/config_controllers.def"
 
 Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> Config::zolNboAttrLogSaIs(
     Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,

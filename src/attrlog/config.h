@@ -30,7 +30,7 @@ class ZOL_EXPORT Config::ZolNboAttrLogSa final : public Zol::NboAttrLog::ParentA
   void doRemountSelf(Zol::Ptr<Zol::NboAttrLog::Out> const& out) override;
 
 #include "attrlog/stamp_controllers_declared.h"
-#include "attrlog/config_controllers.def"
+#include "entities/config_controllers.def"
 };
 
 }  // namespace Hardware::Ucd9012

@@ -11,26 +11,26 @@
     _Type() : ZolType(#X, nullptr, nullptr, {}) {} \
   };
 
-#define ZOL_ENTITY_TYPE(X, Base)                                                          \
-  class X::_Type final : public Zol::ZolType {                                            \
-   public:                                                                                \
-    _Type() : ZolType(#X, nullptr, Zol::typeOf<Base>(), {}) { digestFnIs(kDigestFn<X>); } \
-    using ZolType::newEntity;                                                             \
-    Zol::Ptr<Zol::Entity> newEntity(Zol::Ptr<Zol::NboAttrLog::In> const& in, Zol_BitSet,  \
-                                    unsigned int, Zol::PtrInterface*) const override {    \
-      return entityFromStream<X>(*in);                                                    \
-    }                                                                                     \
+#define ZOL_ENTITY_TYPE(X, Base)                                                         \
+  class X::_Type final : public Zol::ZolType {                                           \
+   public:                                                                               \
+    _Type() : ZolType(#X, nullptr, Zol::typeOf<Base>(), {}) { addFunctions<X>(*this); }  \
+    using ZolType::newEntity;                                                            \
+    Zol::Ptr<Zol::Entity> newEntity(Zol::Ptr<Zol::NboAttrLog::In> const& in, Zol_BitSet, \
+                                    unsigned int, Zol::PtrInterface*) const override {   \
+      return entityFromStream<X>(*in);                                                   \
+    }                                                                                    \
   };
 
-#define ZOL_ROOT_TYPE(X, Base)                                                            \
-  class X::_Type final : public Zol::ZolType {                                            \
-   public:                                                                                \
-    _Type() : ZolType(#X, nullptr, Zol::typeOf<Base>(), {}) { digestFnIs(kDigestFn<X>); } \
-    Zol::Ptr<Zol::Entity> newEntity(Zol::Name const& name, Zol::Dir*) const override {    \
-      return new X(name);                                                                 \
-    }                                                                                     \
-    Zol::Ptr<Zol::Entity> newEntity(Zol::Ptr<Zol::NboAttrLog::In> const& in, Zol_BitSet,  \
-                                    unsigned int, Zol::PtrInterface*) const override {    \
-      return entityFromStream<X>(*in);                                                    \
-    }                                                                                     \
+#define ZOL_ROOT_TYPE(X, Base)                                                           \
+  class X::_Type final : public Zol::ZolType {                                           \
+   public:                                                                               \
+    _Type() : ZolType(#X, nullptr, Zol::typeOf<Base>(), {}) { addFunctions<X>(*this); }  \
+    Zol::Ptr<Zol::Entity> newEntity(Zol::Name const& name, Zol::Dir*) const override {   \
+      return new X(name);                                                                \
+    }                                                                                    \
+    Zol::Ptr<Zol::Entity> newEntity(Zol::Ptr<Zol::NboAttrLog::In> const& in, Zol_BitSet, \
+                                    unsigned int, Zol::PtrInterface*) const override {   \
+      return entityFromStream<X>(*in);                                                   \
+    }                                                                                    \
   };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "attrlog/digest.h"
+#include "generic/children.h"
 #include "host/models/power_controller.h"
 #include "host/zol/registry/type_of.h"
 #include "host/zol/registry/zol_type.h"
@@ -10,6 +11,14 @@
 #include "types/stamp_type_classes.h"
 
 namespace Hardware::Ucd9012 {
+
+// Gives a type object what its entities can do beyond their virtual operations.
+template <class X>
+void addFunctions(Zol::ZolType& type) {
+  type.digestFnIs(kDigestFn<X>);
+  type.childFnIs(kChildFn<X>);
+  type.keyTextFnIs(kKeyTextFn<X>);
+}
 
 #include "schema/types.def"
 

@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "host/zol/enumeration.h"
+#include "host/zol/value_reading.h"
 #include "schema/enumerator_rows.h"
 #include "values/stamp_enumeration_bodies.h"
 

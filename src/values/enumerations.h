@@ -82,6 +82,27 @@ ZOL_EXPORT Zol::String8 valueToStrep(KernelPanicEepromStatus const& value);
 ZOL_EXPORT Zol::String8 valueToStrep(Ucd9012DiagCommand const& value);
 ZOL_EXPORT Zol::String8 valueToStrep(Ucd9012DiagResult const& value);
 
+// Reads the quoted text at `position`, white space in front of it included, and moves behind it.
+// The pointer only selects the enumeration. Throws `RangeException`: with the bare name of the
+// enumeration for a text that none of its enumerators has, and for what is no quoted text the
+// failure of `Zol::quotedAt`.
+ZOL_EXPORT ReloadCauses sequenceToValue(Zol::String8::IteratorConst& position,
+                                        Zol::String8::IteratorConst const& end, ReloadCauses*);
+ZOL_EXPORT CauseType sequenceToValue(Zol::String8::IteratorConst& position,
+                                     Zol::String8::IteratorConst const& end, CauseType*);
+ZOL_EXPORT OperationalMode sequenceToValue(Zol::String8::IteratorConst& position,
+                                           Zol::String8::IteratorConst const& end,
+                                           OperationalMode*);
+ZOL_EXPORT KernelPanicEepromStatus sequenceToValue(Zol::String8::IteratorConst& position,
+                                                   Zol::String8::IteratorConst const& end,
+                                                   KernelPanicEepromStatus*);
+ZOL_EXPORT Ucd9012DiagCommand sequenceToValue(Zol::String8::IteratorConst& position,
+                                              Zol::String8::IteratorConst const& end,
+                                              Ucd9012DiagCommand*);
+ZOL_EXPORT Ucd9012DiagResult sequenceToValue(Zol::String8::IteratorConst& position,
+                                             Zol::String8::IteratorConst const& end,
+                                             Ucd9012DiagResult*);
+
 // Writes the bare text of `stringValue`.
 ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, ReloadCauses const& value);
 ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, CauseType const& value);

@@ -2,10 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 
+#include "host/zol/ptr.h"
 #include "values/enumerations.h"
 
 namespace Hardware::Ucd9012 {
+
+class RecordForm;
 
 // A plain value. To change one that a collection holds, store another under the same key.
 class ZOL_EXPORT UcdCause {
@@ -16,6 +20,13 @@ class ZOL_EXPORT UcdCause {
   UcdCause() = default;
   UcdCause(ReloadCauses reloadCauseKey, CauseType type, std::uint32_t id, bool isRemote)
       : reloadCauseKey_(reloadCauseKey), type_(type), id_(id), isRemote_(isRemote) {}
+  // Reads the record that stands next in a message. Throws `RangeException` with the name of the
+  // enumeration for a number that has no enumerator.
+  UcdCause(Zol::NboAttrLog::In* in, Zol::StreamBogon);
+  // Reads the text form at the position and moves behind it. An attribute that the text leaves out
+  // has its default. docs/values.md has the grammar and the failures, all of them
+  // `RangeException`.
+  UcdCause(Zol::String8::IteratorConst& position, Zol::String8::IteratorConst const& end);
 
   [[nodiscard]] ReloadCauses reloadCauseKey() const { return reloadCauseKey_; }
   [[nodiscard]] CauseType type() const { return type_; }
@@ -23,16 +34,29 @@ class ZOL_EXPORT UcdCause {
   [[nodiscard]] std::uint32_t id() const { return id_; }
   [[nodiscard]] bool isRemote() const { return isRemote_; }
 
-  [[nodiscard]] Zol::ZolType* fwkType() const { return _fwkType(); }
+  [[nodiscard]] virtual Zol::ZolType* fwkType() const;
   static Zol::ZolType* _fwkType();
 
   friend bool operator==(UcdCause const&, UcdCause const&) = default;
 
  private:
-  ReloadCauses reloadCauseKey_ = ReloadCauses::rc_unknown;
-  CauseType type_ = CauseType::other;
-  std::uint32_t id_ = 0;
-  bool isRemote_ = false;
+  friend class RecordForm;
+  template <class Self, class Visit>
+  static void eachField(Self& self, Visit const& visit) {
+#include "values/stamp_field_visits.h"
+#include "schema/ucd_cause.def"
+  }
+
+#include "values/stamp_record_fields.h"
+#include "schema/ucd_cause.def"
 };
+
+// The text form, as "Value('Hardware::Ucd9012::UcdCause', ** {'reloadCauseKey': ...})".
+ZOL_EXPORT Zol::String8 valueToStrep(UcdCause const& value);
+// Writes the text form.
+ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, UcdCause const& value);
+// Writes the attributes in their order into the open message, enumerators as 32-bit numbers.
+ZOL_EXPORT Zol::Ptr<Zol::NboAttrLog::Out> const& operator<<(
+    Zol::Ptr<Zol::NboAttrLog::Out> const& out, UcdCause const& value);
 
 }  // namespace Hardware::Ucd9012

@@ -412,4 +412,18 @@ TEST_F(Replication, deletedEntitiesLeaveNothingBehindOnTheLog) {
   expectEqualTrees();
 }
 
+TEST(ARootInADirectory, ReplicatesAsAnyOther) {
+  auto const config = Hardware::Ucd9012::configFactory("kept");
+  Zol::Dir::root().entryIs(config);
+  ReplicaPair pair;
+  pair.mount(config);
+  addController(*config, "main");
+  pair.flow();
+  ASSERT_TRUE(pair.mirror("kept"));
+  EXPECT_EQ(pair.mirror("kept")->fullName(), "kept");
+  EXPECT_EQ(Zol::digest(*pair.mirror("kept")), Zol::digest(*config));
+  Zol::Dir::root().entryDel("kept");
+  EXPECT_TRUE(pair.source->isOpen());
+}
+
 }  // namespace

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cmath>
 
+#include "host/zol/path.h"
 #include "host/zol/registry/zol_type.h"
 
 namespace Zol {
@@ -32,7 +33,7 @@ std::uint64_t digest(Entity const& entity) {
 }
 
 void Digest::reference(std::string_view name, Entity const* entity) {
-  add(name, {}, entity ? textOf(entity->fullName().view()) : 0);
+  add(name, {}, entity ? textOf(pathBelowDirectories(*entity).view()) : 0);
 }
 
 std::uint64_t Digest::doubleOf(double value) {

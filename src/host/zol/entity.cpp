@@ -2,6 +2,7 @@
 
 #include "host/zol/attrlog/stream_adapter.h"
 #include "host/zol/notification_pass.h"
+#include "host/zol/path.h"
 #include "host/zol/registry/zol_type.h"
 
 namespace Zol {
@@ -37,13 +38,7 @@ void Entity::parentAttrIdIs(AttributeId id) { parentAttrId_ = id; }
 
 String8 Entity::uriPath() const { return fullName(); }
 
-String8 Entity::fullName() const {
-  if (!parent_) return name();
-  String8 const attribute = parent_->attributeString(parentAttrId_);
-  ZolAttr const* const held = parentAttr();
-  String8 const step = held && !held->keyType() ? attribute : attribute + "[" + name() + "]";
-  return parent_->fullName() + "/" + step;
-}
+String8 Entity::fullName() const { return pathOf(*this); }
 
 String8 Entity::attributeString(AttributeId id) const {
   ZolAttr const* const attr = _fwkType()->attr(id);

@@ -40,7 +40,8 @@ class ZOL_EXPORT Entity : public PtrInterface {
   // 136 until a holder takes the entity.
   [[nodiscard]] virtual AttributeId parentAttrId() const;
   virtual void parentAttrIdIs(AttributeId id);
-  // The path from the root, as "board/realUcd9012Controller[main]". Both give the same text.
+  // The path (host/zol/path.h), as "board/realUcd9012Controller[main]", or with a "/" in front and
+  // fit to be read back for an entity below the directory of the process. Both give the same text.
   [[nodiscard]] virtual String8 uriPath() const;
   [[nodiscard]] virtual String8 fullName() const;
   // The name of the attribute with this id, "unknown" for an id that the class does not have.

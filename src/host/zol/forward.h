@@ -25,6 +25,9 @@ class String8;
 class ZolAttr;
 class ZolType;
 
+// Marks the constructor of a value that reads it from a message.
+struct StreamBogon {};
+
 namespace NboAttrLog {
 class Connection;
 class Demuxer;

@@ -70,9 +70,18 @@ class String8::IteratorConst {
   [[nodiscard]] std::size_t position() const noexcept { return position_; }
   void positionIs(std::size_t position) noexcept { position_ = position; }
   [[nodiscard]] bool atEnd() const noexcept { return position_ >= text_.size(); }
-  [[nodiscard]] std::string_view rest() const noexcept { return text_.view().substr(position_); }
+  // The bytes from here to the end of the text, or to `end` if that comes first; empty for a
+  // position behind it.
+  [[nodiscard]] std::string_view rest() const noexcept { return slice(text_.size()); }
+  [[nodiscard]] std::string_view until(IteratorConst const& end) const noexcept {
+    return slice(end.position_ < text_.size() ? end.position_ : text_.size());
+  }
 
  private:
+  [[nodiscard]] std::string_view slice(std::size_t end) const noexcept {
+    return position_ < end ? text_.view().substr(position_, end - position_) : std::string_view();
+  }
+
   String8 text_;
   std::size_t position_ = 0;
 };

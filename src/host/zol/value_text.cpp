@@ -39,14 +39,14 @@ void appendEscaped(std::string& out, char byte) {
   }
 }
 
+}  // namespace
+
 std::string classNameOf(std::type_info const& type) {
   int status = 0;
   std::unique_ptr<char, decltype(&std::free)> const name(
       abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
   return status == 0 ? name.get() : type.name();
 }
-
-}  // namespace
 
 String8 valueToStrep(String8 const& value) {
   std::string text = "'";
@@ -61,8 +61,9 @@ String8 valueToStrep(unsigned long long value) { return std::to_string(value); }
 String8 valueToStrepOfRawPtr(PtrInterface const* object, std::type_info const& type) {
   if (!object) return "Entity('" + classNameOf(type) + "', None)";
   auto const* const entity = dynamic_cast<Entity const*>(object);
-  String8 const path = entity ? valueToStrep(entity->fullName()) : String8("None");
-  return "Entity('" + object->fwkType()->fullName() + "', " + path + ")";
+  if (!entity) return "Object('" + classNameOf(typeid(*object)) + "')";
+  return "Entity('" + entity->fwkType()->fullName() + "', " + valueToStrep(entity->fullName()) +
+         ")";
 }
 
 }  // namespace Zol

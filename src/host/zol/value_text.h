@@ -10,8 +10,8 @@
 namespace Zol {
 
 // The text in apostrophes. Apostrophe, backslash and control characters stand escaped by a
-// backslash, as
-// "\'", "\\", "\n", "\t", "\r" or "\x1f"; all other bytes stand as they are.
+// backslash, as "\'", "\\", "\n", "\t", "\r" or "\x1f"; all other bytes stand as they are. Reading
+// it back (host/zol/value_reading.h) gives the same bytes, whatever they are.
 ZOL_EXPORT String8 valueToStrep(String8 const& value);
 ZOL_EXPORT String8 valueToStrep(Name const& value);
 ZOL_EXPORT String8 valueToStrep(unsigned long long value);
@@ -22,8 +22,13 @@ String8 valueToStrep(Bool value) {
 }
 
 // The text of a reference to `object`: the full name of its class and its path, as
-// "Entity('Fru::Gpo', 'wp')". A null reference names `type`, the class that it could refer to, as
-// "Entity('Fru::Gpo', None)".
+// "Entity('Fru::Gpo', '/wp')". It can be read back when the entity stands below a root in a
+// directory. A null reference names `type`, the class that it could refer to, as
+// "Entity('Fru::Gpo', None)". An object that is no entity has no path and shows the name of its
+// class alone, as "Object('Zol::Dir::Entry')"; that cannot be read back.
 ZOL_EXPORT String8 valueToStrepOfRawPtr(PtrInterface const* object, std::type_info const& type);
+
+// The name of a class as it is written in C++.
+ZOL_EXPORT std::string classNameOf(std::type_info const& type);
 
 }  // namespace Zol

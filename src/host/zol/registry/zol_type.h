@@ -25,6 +25,8 @@ class ZOL_EXPORT ZolType : public Entity {
   using AttributeQueue = LinkQueue<ZolAttributeQ, std::uint32_t, ZolAttr>;
   using DerivedTypeQueue = LinkQueue<ZolDerivedTypeQ, std::uint32_t, ZolType>;
   using DigestFn = void (*)(Entity const&, Digest&);
+  using ChildFn = Ptr<Entity> (*)(Entity& holder, std::string_view attr, String8 const* key);
+  using KeyTextFn = String8 (*)(Entity const&);
 
   // Traits of a type besides its kind.
   struct ZolTypeFlags {
@@ -106,6 +108,14 @@ class ZOL_EXPORT ZolType : public Entity {
   // What adds the replicated state of an entity of this type to a digest; null when nothing does.
   void digestFnIs(DigestFn fn) noexcept { digestFn_ = fn; }
   [[nodiscard]] DigestFn digestFn() const noexcept { return digestFn_; }
+  // What finds a child that an entity of this type owns under an attribute: null for one that is
+  // not there. `key` is null for an attribute without keys.
+  void childFnIs(ChildFn fn) noexcept { childFn_ = fn; }
+  [[nodiscard]] ChildFn childFn() const noexcept { return childFn_; }
+  // What gives the key, as a text, under which a holder keeps an entity of this type; null when
+  // that is the entity's name.
+  void keyTextFnIs(KeyTextFn fn) noexcept { keyTextFn_ = fn; }
+  [[nodiscard]] KeyTextFn keyTextFn() const noexcept { return keyTextFn_; }
 
   // Enters the type under its full name, by which it can be found from now on.
   static void typeNodeIs(ZolType* type, String8 const& fullName);
@@ -127,6 +137,8 @@ class ZOL_EXPORT ZolType : public Entity {
   bool isEntity_ = false;
   bool hasGenericIfSupport_ = false;
   DigestFn digestFn_ = nullptr;
+  ChildFn childFn_ = nullptr;
+  KeyTextFn keyTextFn_ = nullptr;
   Ptr<ZolAttr> valAttr_;
   std::unique_ptr<Content> content_;
 };
