@@ -1,0 +1,12 @@
+// Texts of enumerations.
+#include "fuzz/fuzz.h"
+#include "schema/types.h"
+
+using namespace Hardware::Ucd9012;
+
+int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+  Zol::String8 const text = fuzz::textOf(data, size);
+#define ZOL_ENUM_TYPE(E) fuzz::readsAgain<E>(text);
+#include "schema/types.def"
+  return 0;
+}
