@@ -1,6 +1,7 @@
 #include "entities/config.h"
 
 #include "host/models/siblings.h"
+#include "host/zol/exception.h"
 
 namespace Hardware::Ucd9012 {
 
@@ -22,6 +23,7 @@ void requireSameParameters(ControllerConfig const& member, Zol::Name const& cust
 Config::Config(Zol::Name name) : EntityRules(std::move(name)) {}
 
 Config::~Config() {
+  dexoDescDelAll();
   realUcd9012ControllerDelAll();
   realUcd9032ControllerDelAll();
   realPsocControllerDelAll();
@@ -41,8 +43,49 @@ Zol::String8 Config::attributeString(Zol::AttributeId id) const {
 
 bool Config::zolHasAttrLogInterface() const { return true; }
 
-Zol::Ptr<Ucd9012ControllerConfig> Config::realUcd9012Controller(Zol::Name name) const {
-  return read(realUcd9012Controller_)[name];
+using Self = Config;
+#include "entities/stamp_member_bodies.h"
+#include "schema/config.def"
+
+Zol::ValidPtr<SmbusDexo::DexoDesc> Config::dexoDescIs(
+    Zol::Name name, Zol::Ptr<Hardware::SmbusDevice> const& device,
+    Hardware::LobusAccelId lobusAccelId, Hardware::SmbusId busId, Hardware::SmbusDeviceId deviceId,
+    Hardware::SmbusAddrSize addrSize, bool writeNoStopReadCurrent, Hardware::SmbusDelay writeDelay,
+    Hardware::SmbusDelay readDelay, bool bug30005ExtraDelays, Hardware::SmbusTimeout busTimeout,
+    Hardware::LobusAgentId smbusAgentId) {
+  return memberIs(
+      dexoDesc_, name,
+      [&](SmbusDexo::DexoDesc& member) {
+        requireSameParameter(member, "device", device, member.device());
+        member.lobusAccelIdIs(lobusAccelId);
+        member.busIdIs(busId);
+        member.deviceIdIs(deviceId);
+        member.addrSizeIs(addrSize);
+        member.writeNoStopReadCurrentIs(writeNoStopReadCurrent);
+        member.writeDelayIs(writeDelay);
+        member.readDelayIs(readDelay);
+        member.bug30005ExtraDelaysIs(bug30005ExtraDelays);
+        member.busTimeoutIs(busTimeout);
+        member.smbusAgentIdIs(smbusAgentId);
+      },
+      [&] {
+        return newDexoDesc(name, device, lobusAccelId, busId, deviceId, addrSize,
+                           writeNoStopReadCurrent, writeDelay, readDelay, bug30005ExtraDelays,
+                           busTimeout, smbusAgentId);
+      },
+      [this](Zol::Name const& key) { dexoDescNotify(key); });
+}
+
+Zol::Ptr<SmbusDexo::DexoDesc> Config::newDexoDesc(
+    Zol::Name name, Zol::Ptr<Hardware::SmbusDevice> const& device,
+    Hardware::LobusAccelId lobusAccelId, Hardware::SmbusId busId, Hardware::SmbusDeviceId deviceId,
+    Hardware::SmbusAddrSize addrSize, bool writeNoStopReadCurrent, Hardware::SmbusDelay writeDelay,
+    Hardware::SmbusDelay readDelay, bool bug30005ExtraDelays, Hardware::SmbusTimeout busTimeout,
+    Hardware::LobusAgentId smbusAgentId) {
+  return makeMember(dexoDesc_, Id::dexoDesc,
+                    new SmbusDexo::DexoDesc(name, device, lobusAccelId, busId, deviceId, addrSize,
+                                            writeNoStopReadCurrent, writeDelay, readDelay,
+                                            bug30005ExtraDelays, busTimeout, smbusAgentId));
 }
 
 Zol::ValidPtr<Ucd9012ControllerConfig> Config::realUcd9012ControllerIs(
@@ -71,45 +114,6 @@ Zol::Ptr<Ucd9012ControllerConfig> Config::newRealUcd9012Controller(
                                                 resetGpioPinConfig, resetGpioPinStatus));
 }
 
-Zol::Ptr<Ucd9012ControllerConfig> Config::realUcd9012ControllerDel(Zol::Name name) {
-  return takeOut(realUcd9012Controller_, realUcd9012Controller_[name],
-                 [this](Zol::Name const& key) { realUcd9012ControllerNotify(key); });
-}
-
-Zol::Ptr<Ucd9012ControllerConfig> Config::realUcd9012ControllerDel(
-    Config::Controllers<Ucd9012ControllerConfig>::Iterator& iterator) {
-  return takeOut(realUcd9012Controller_, iterator.entry(),
-                 [this](Zol::Name const& key) { realUcd9012ControllerNotify(key); });
-}
-
-void Config::realUcd9012ControllerDelAll() {
-  takeOutAll(realUcd9012Controller_,
-             [this](auto& iterator) { realUcd9012ControllerDel(iterator); });
-}
-
-void Config::realUcd9012ControllerNotify(Zol::Name name) {
-  tellKey<NotifieeConst, Zol::Name>(Id::realUcd9012Controller,
-                                    &NotifieeConst::onRealUcd9012Controller, name);
-}
-
-Config::Controllers<Ucd9012ControllerConfig>::Iterator Config::realUcd9012ControllerIterator() {
-  return Config::Controllers<Ucd9012ControllerConfig>::Iterator(&realUcd9012Controller_);
-}
-
-Config::Controllers<Ucd9012ControllerConfig>::IteratorConst
-Config::realUcd9012ControllerIteratorConst() const {
-  return Config::Controllers<Ucd9012ControllerConfig>::IteratorConst(&realUcd9012Controller_);
-}
-
-Config::Controllers<Ucd9012ControllerConfig>::IteratorConst
-Config::realUcd9012ControllerIteratorConst(Zol::Name const& name) const {
-  return Config::Controllers<Ucd9012ControllerConfig>::IteratorConst(&realUcd9012Controller_, name);
-}
-
-Zol::Ptr<Ucd9032ControllerConfig> Config::realUcd9032Controller(Zol::Name name) const {
-  return read(realUcd9032Controller_)[name];
-}
-
 Zol::ValidPtr<Ucd9032ControllerConfig> Config::realUcd9032ControllerIs(
     Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
     Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
@@ -134,45 +138,6 @@ Zol::Ptr<Ucd9032ControllerConfig> Config::newRealUcd9032Controller(
   return makeMember(realUcd9032Controller_, Id::realUcd9032Controller,
                     new Ucd9032ControllerConfig(std::move(name), std::move(customerName), dexoDesc,
                                                 resetGpioPinConfig, resetGpioPinStatus));
-}
-
-Zol::Ptr<Ucd9032ControllerConfig> Config::realUcd9032ControllerDel(Zol::Name name) {
-  return takeOut(realUcd9032Controller_, realUcd9032Controller_[name],
-                 [this](Zol::Name const& key) { realUcd9032ControllerNotify(key); });
-}
-
-Zol::Ptr<Ucd9032ControllerConfig> Config::realUcd9032ControllerDel(
-    Config::Controllers<Ucd9032ControllerConfig>::Iterator& iterator) {
-  return takeOut(realUcd9032Controller_, iterator.entry(),
-                 [this](Zol::Name const& key) { realUcd9032ControllerNotify(key); });
-}
-
-void Config::realUcd9032ControllerDelAll() {
-  takeOutAll(realUcd9032Controller_,
-             [this](auto& iterator) { realUcd9032ControllerDel(iterator); });
-}
-
-void Config::realUcd9032ControllerNotify(Zol::Name name) {
-  tellKey<NotifieeConst, Zol::Name>(Id::realUcd9032Controller,
-                                    &NotifieeConst::onRealUcd9032Controller, name);
-}
-
-Config::Controllers<Ucd9032ControllerConfig>::Iterator Config::realUcd9032ControllerIterator() {
-  return Config::Controllers<Ucd9032ControllerConfig>::Iterator(&realUcd9032Controller_);
-}
-
-Config::Controllers<Ucd9032ControllerConfig>::IteratorConst
-Config::realUcd9032ControllerIteratorConst() const {
-  return Config::Controllers<Ucd9032ControllerConfig>::IteratorConst(&realUcd9032Controller_);
-}
-
-Config::Controllers<Ucd9032ControllerConfig>::IteratorConst
-Config::realUcd9032ControllerIteratorConst(Zol::Name const& name) const {
-  return Config::Controllers<Ucd9032ControllerConfig>::IteratorConst(&realUcd9032Controller_, name);
-}
-
-Zol::Ptr<PsocControllerConfig> Config::realPsocController(Zol::Name name) const {
-  return read(realPsocController_)[name];
 }
 
 Zol::ValidPtr<PsocControllerConfig> Config::realPsocControllerIs(
@@ -201,38 +166,20 @@ Zol::Ptr<PsocControllerConfig> Config::newRealPsocController(
                                              resetGpioPinConfig, resetGpioPinStatus));
 }
 
-Zol::Ptr<PsocControllerConfig> Config::realPsocControllerDel(Zol::Name name) {
-  return takeOut(realPsocController_, realPsocController_[name],
-                 [this](Zol::Name const& key) { realPsocControllerNotify(key); });
+void Config::controllerIs(Zol::Ptr<ControllerConfig> const& controller) {
+  if (!controller) {
+    Zol::throwRangeException(
+        "null _controller parameter to mutator for Hardware::Ucd9012::Config::controller not "
+        "allowed\"");
+  }
+  referenceIs(
+      controller_, controller, [&] { return newController(controller); },
+      [this](Zol::Name const& name) { controllerNotify(name); });
 }
 
-Zol::Ptr<PsocControllerConfig> Config::realPsocControllerDel(
-    Config::Controllers<PsocControllerConfig>::Iterator& iterator) {
-  return takeOut(realPsocController_, iterator.entry(),
-                 [this](Zol::Name const& key) { realPsocControllerNotify(key); });
-}
-
-void Config::realPsocControllerDelAll() {
-  takeOutAll(realPsocController_, [this](auto& iterator) { realPsocControllerDel(iterator); });
-}
-
-void Config::realPsocControllerNotify(Zol::Name name) {
-  tellKey<NotifieeConst, Zol::Name>(Id::realPsocController, &NotifieeConst::onRealPsocController,
-                                    name);
-}
-
-Config::Controllers<PsocControllerConfig>::Iterator Config::realPsocControllerIterator() {
-  return Config::Controllers<PsocControllerConfig>::Iterator(&realPsocController_);
-}
-
-Config::Controllers<PsocControllerConfig>::IteratorConst Config::realPsocControllerIteratorConst()
-    const {
-  return Config::Controllers<PsocControllerConfig>::IteratorConst(&realPsocController_);
-}
-
-Config::Controllers<PsocControllerConfig>::IteratorConst Config::realPsocControllerIteratorConst(
-    Zol::Name const& name) const {
-  return Config::Controllers<PsocControllerConfig>::IteratorConst(&realPsocController_, name);
+Zol::Ptr<Config::ZolController> Config::newController(
+    Zol::Ptr<ControllerConfig> const& controller) {
+  return makeEntry(controller_, new ZolController(controller));
 }
 
 Config::NotifieeConst::~NotifieeConst() = default;

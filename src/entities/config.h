@@ -8,9 +8,9 @@
 
 namespace Hardware::Ucd9012 {
 
-// The root that an agent makes to set up power controllers: one collection of controllers per chip,
-// each keyed by the controller's name. The collections do not know each other; the same name may
-// stand in two of them.
+// The root that an agent makes to set up power controllers: the descriptors of the buses' devices,
+// one collection of controllers per chip, and a collection of references to controllers, all keyed
+// by name. The collections do not know each other; the same name may stand in two of them.
 //
 //   auto config = configFactory( "board" );
 //   auto main = config->realUcd9012ControllerIs( "main", "J12", nullptr, nullptr, nullptr );
@@ -40,6 +40,17 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
   template <class Controller>
   using Controllers = Zol::HashMap<Controller, Zol::Name, Controller>;
 
+  // An entry of `controller`: a counted reference to a controller that belongs to somebody else.
+  class ZolController final : public Zol::ReferenceEntry<ControllerConfig> {
+    using ReferenceEntry::ReferenceEntry;
+  };
+
+  using DexoDescMap = Zol::HashMap<SmbusDexo::DexoDesc, Zol::Name, SmbusDexo::DexoDesc>;
+  using RealUcd9012ControllerMap = Controllers<Ucd9012ControllerConfig>;
+  using RealUcd9032ControllerMap = Controllers<Ucd9032ControllerConfig>;
+  using RealPsocControllerMap = Controllers<PsocControllerConfig>;
+  using ControllerMap = Zol::HashMap<ZolController, Zol::Name, ControllerConfig>;
+
   struct Id {
     enum : Zol::AttributeId {
 #include "host/zol/stamp/stamp_ids.h"
@@ -48,7 +59,7 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
   };
 
   explicit Config(Zol::Name name);
-  // Takes out all members first, and tells of each.
+  // Takes out all members that it owns first, and tells of each.
   ~Config() override;
 
   static Zol::ZolType* _fwkType();
@@ -60,8 +71,34 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
       Zol::PtrInterface* msgChannelEntry) override;
 
+  // How devices on an SMBus are reached. Of a descriptor that exists, `device` must be the same;
+  // its own mutators take the other ten arguments, and its listeners hear of those that differ.
+  [[nodiscard]] Zol::Ptr<SmbusDexo::DexoDesc> dexoDesc(Zol::Name name) const;
+  Zol::Ptr<SmbusDexo::DexoDesc> dexoDescDel(Zol::Name name);
+  Zol::Ptr<SmbusDexo::DexoDesc> dexoDescDel(DexoDescMap::Iterator& iterator);
+  void dexoDescNotify(Zol::Name name);
+  Zol::ValidPtr<SmbusDexo::DexoDesc> dexoDescIs(
+      Zol::Name name, Zol::Ptr<Hardware::SmbusDevice> const& device,
+      Hardware::LobusAccelId lobusAccelId, Hardware::SmbusId busId,
+      Hardware::SmbusDeviceId deviceId, Hardware::SmbusAddrSize addrSize,
+      bool writeNoStopReadCurrent, Hardware::SmbusDelay writeDelay, Hardware::SmbusDelay readDelay,
+      bool bug30005ExtraDelays, Hardware::SmbusTimeout busTimeout,
+      Hardware::LobusAgentId smbusAgentId);
+  Zol::Ptr<SmbusDexo::DexoDesc> newDexoDesc(
+      Zol::Name name, Zol::Ptr<Hardware::SmbusDevice> const& device,
+      Hardware::LobusAccelId lobusAccelId, Hardware::SmbusId busId,
+      Hardware::SmbusDeviceId deviceId, Hardware::SmbusAddrSize addrSize,
+      bool writeNoStopReadCurrent, Hardware::SmbusDelay writeDelay, Hardware::SmbusDelay readDelay,
+      bool bug30005ExtraDelays, Hardware::SmbusTimeout busTimeout,
+      Hardware::LobusAgentId smbusAgentId);
+  void dexoDescDelAll();
+
   // The controllers with a UCD9012.
   [[nodiscard]] Zol::Ptr<Ucd9012ControllerConfig> realUcd9012Controller(Zol::Name name) const;
+  Zol::Ptr<Ucd9012ControllerConfig> realUcd9012ControllerDel(Zol::Name name);
+  Zol::Ptr<Ucd9012ControllerConfig> realUcd9012ControllerDel(
+      RealUcd9012ControllerMap::Iterator& iterator);
+  void realUcd9012ControllerNotify(Zol::Name name);
   Zol::ValidPtr<Ucd9012ControllerConfig> realUcd9012ControllerIs(
       Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
       Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
@@ -70,22 +107,14 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
       Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
       Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus);
-  Zol::Ptr<Ucd9012ControllerConfig> realUcd9012ControllerDel(Zol::Name name);
-  Zol::Ptr<Ucd9012ControllerConfig> realUcd9012ControllerDel(
-      Controllers<Ucd9012ControllerConfig>::Iterator& iterator);
   void realUcd9012ControllerDelAll();
-  void realUcd9012ControllerNotify(Zol::Name name);
-  [[nodiscard]] std::uint32_t realUcd9012ControllerCount() const noexcept {
-    return realUcd9012Controller_.count();
-  }
-  [[nodiscard]] Controllers<Ucd9012ControllerConfig>::Iterator realUcd9012ControllerIterator();
-  [[nodiscard]] Controllers<Ucd9012ControllerConfig>::IteratorConst
-  realUcd9012ControllerIteratorConst() const;
-  [[nodiscard]] Controllers<Ucd9012ControllerConfig>::IteratorConst
-  realUcd9012ControllerIteratorConst(Zol::Name const& name) const;
 
   // The controllers with a UCD9032.
   [[nodiscard]] Zol::Ptr<Ucd9032ControllerConfig> realUcd9032Controller(Zol::Name name) const;
+  Zol::Ptr<Ucd9032ControllerConfig> realUcd9032ControllerDel(Zol::Name name);
+  Zol::Ptr<Ucd9032ControllerConfig> realUcd9032ControllerDel(
+      RealUcd9032ControllerMap::Iterator& iterator);
+  void realUcd9032ControllerNotify(Zol::Name name);
   Zol::ValidPtr<Ucd9032ControllerConfig> realUcd9032ControllerIs(
       Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
       Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
@@ -94,22 +123,13 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
       Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
       Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus);
-  Zol::Ptr<Ucd9032ControllerConfig> realUcd9032ControllerDel(Zol::Name name);
-  Zol::Ptr<Ucd9032ControllerConfig> realUcd9032ControllerDel(
-      Controllers<Ucd9032ControllerConfig>::Iterator& iterator);
   void realUcd9032ControllerDelAll();
-  void realUcd9032ControllerNotify(Zol::Name name);
-  [[nodiscard]] std::uint32_t realUcd9032ControllerCount() const noexcept {
-    return realUcd9032Controller_.count();
-  }
-  [[nodiscard]] Controllers<Ucd9032ControllerConfig>::Iterator realUcd9032ControllerIterator();
-  [[nodiscard]] Controllers<Ucd9032ControllerConfig>::IteratorConst
-  realUcd9032ControllerIteratorConst() const;
-  [[nodiscard]] Controllers<Ucd9032ControllerConfig>::IteratorConst
-  realUcd9032ControllerIteratorConst(Zol::Name const& name) const;
 
   // The controllers with a PSoC.
   [[nodiscard]] Zol::Ptr<PsocControllerConfig> realPsocController(Zol::Name name) const;
+  Zol::Ptr<PsocControllerConfig> realPsocControllerDel(Zol::Name name);
+  Zol::Ptr<PsocControllerConfig> realPsocControllerDel(RealPsocControllerMap::Iterator& iterator);
+  void realPsocControllerNotify(Zol::Name name);
   Zol::ValidPtr<PsocControllerConfig> realPsocControllerIs(
       Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
       Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
@@ -118,24 +138,29 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Zol::Name name, Zol::Name customerName, Zol::Ptr<Hardware::DexoDesc> const& dexoDesc,
       Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig,
       Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus);
-  Zol::Ptr<PsocControllerConfig> realPsocControllerDel(Zol::Name name);
-  Zol::Ptr<PsocControllerConfig> realPsocControllerDel(
-      Controllers<PsocControllerConfig>::Iterator& iterator);
   void realPsocControllerDelAll();
-  void realPsocControllerNotify(Zol::Name name);
-  [[nodiscard]] std::uint32_t realPsocControllerCount() const noexcept {
-    return realPsocController_.count();
-  }
-  [[nodiscard]] Controllers<PsocControllerConfig>::Iterator realPsocControllerIterator();
-  [[nodiscard]] Controllers<PsocControllerConfig>::IteratorConst realPsocControllerIteratorConst()
-      const;
-  [[nodiscard]] Controllers<PsocControllerConfig>::IteratorConst realPsocControllerIteratorConst(
-      Zol::Name const& name) const;
+
+  // Controllers that a client wants found by their name alone, whatever their chip. They belong to
+  // their collections; entering or taking out here touches neither those nor the controllers'
+  // parents. `controllerIs` throws `RangeException` "null _controller parameter to mutator for
+  // Hardware::Ucd9012::Config::controller not allowed\"" for null; the controller that stands there
+  // already changes nothing, another one of its name takes its place. `zolController` gives the
+  // entry itself.
+  [[nodiscard]] Zol::Ptr<ControllerConfig> controller(Zol::Name name) const;
+  void controllerIs(Zol::Ptr<ControllerConfig> const& controller);
+  Zol::Ptr<ZolController> newController(Zol::Ptr<ControllerConfig> const& controller);
+  [[nodiscard]] Zol::Ptr<ZolController> zolController(Zol::Name name) const;
+  Zol::Ptr<ControllerConfig> controllerDel(Zol::Name name);
+  Zol::Ptr<ControllerConfig> controllerDel(ControllerMap::Iterator& iterator);
+  void controllerDelAll();
+  void controllerNotify(Zol::Name name);
+
+#include "host/zol/stamp/stamp_walks.h"
+#include "schema/config.def"
 
  private:
-  Controllers<Ucd9012ControllerConfig> realUcd9012Controller_;
-  Controllers<Ucd9032ControllerConfig> realUcd9032Controller_;
-  Controllers<PsocControllerConfig> realPsocController_;
+#include "host/zol/stamp/stamp_fields.h"
+#include "schema/config.def"
 };
 
 // The slots of a root's listeners. For each collection `on<Attr>( name )` tells that the member of

@@ -2,10 +2,12 @@
 
 namespace Hardware::Ucd9012 {
 
-ControllerStatus::ControllerStatus(Zol::Name name)
-    : Hardware::PowerController::ControllerStatus(std::move(name)) {}
+ControllerStatus::ControllerStatus(Zol::Name name) : EntityRules(std::move(name)) {}
 
-ControllerStatus::~ControllerStatus() = default;
+ControllerStatus::~ControllerStatus() {
+  diagCommandStatusDel();
+  diagModeStatusDelAll();
+}
 
 Zol::ZolType* ControllerStatus::fwkType() const { return _fwkType(); }
 
@@ -60,6 +62,32 @@ void ControllerStatus::reloadDueToKernelPanicIs(KernelPanicEepromStatus value) {
 void ControllerStatus::kernelPanicEepromClearedIs(bool value) {
   assign(kernelPanicEepromCleared_, value, Id::kernelPanicEepromCleared,
          &NotifieeConst::onKernelPanicEepromCleared);
+}
+
+using Self = ControllerStatus;
+#include "entities/stamp_member_bodies.h"
+#include "schema/controller_status.def"
+
+Zol::ValidPtr<Ucd9012DiagStatus> ControllerStatus::diagCommandStatusIs(Zol::Name name) {
+  return singletonIs(
+      diagCommandStatus_, Id::diagCommandStatus, &NotifieeConst::onDiagCommandStatus,
+      [&](Ucd9012DiagStatus const& child) { return child.name() == name; },
+      [&] { return newDiagCommandStatus(name); });
+}
+
+Zol::Ptr<Ucd9012DiagStatus> ControllerStatus::newDiagCommandStatus(Zol::Name name) {
+  return makeSingleton(Id::diagCommandStatus, new Ucd9012DiagStatus(std::move(name)));
+}
+
+Zol::ValidPtr<Ucd9012DiagStatus> ControllerStatus::diagModeStatusIs(Zol::Name name) {
+  return memberIs(
+      diagModeStatus_, name, [](Ucd9012DiagStatus const&) {},
+      [&] { return newDiagModeStatus(name); },
+      [this](Zol::Name const& key) { diagModeStatusNotify(key); });
+}
+
+Zol::Ptr<Ucd9012DiagStatus> ControllerStatus::newDiagModeStatus(Zol::Name name) {
+  return makeMember(diagModeStatus_, Id::diagModeStatus, new Ucd9012DiagStatus(std::move(name)));
 }
 
 char const ControllerStatus::NotifieeConst::kListenerClass = 0;

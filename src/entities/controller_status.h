@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "entities/entity_rules.h"
+#include "entities/ucd9012_diag_status.h"
 #include "host/models/power_controller.h"
 #include "host/models/units.h"
 #include "values/enumerations.h"
@@ -15,8 +17,10 @@ namespace Hardware::Ucd9012 {
 //
 // A mutator `<attr>Is( value )` with the present value does nothing. Otherwise it stores the value,
 // adds 1 to the mutation counter and tells each listener through `on<Attr>()`. It refuses no value
-// and throws nothing of its own. Reading through an accessor adds 1 to the read counter.
-class ZOL_EXPORT ControllerStatus : public Hardware::PowerController::ControllerStatus {
+// and throws nothing of its own. Reading through an accessor adds 1 to the read counter. Children
+// and collections follow the rules told at `ControllerConfig`.
+class ZOL_EXPORT ControllerStatus
+    : public EntityRules<Hardware::PowerController::ControllerStatus> {
  public:
   class NotifieeConst;
   class Notifiee;
@@ -31,12 +35,21 @@ class ZOL_EXPORT ControllerStatus : public Hardware::PowerController::Controller
     };
   };
 
+  using DiagModeStatusMap = Zol::HashMap<Ucd9012DiagStatus, Zol::Name, Ucd9012DiagStatus>;
+
   explicit ControllerStatus(Zol::Name name);
+  // Takes out all children first, and tells of each.
   ~ControllerStatus() override;
 
   static Zol::ZolType* _fwkType();
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+
+  // The outcome of the diagnostic command under way, or null.
+  [[nodiscard]] Zol::Ptr<Ucd9012DiagStatus> diagCommandStatus() const;
+  virtual Zol::Ptr<Ucd9012DiagStatus> diagCommandStatusDel();
+  virtual Zol::ValidPtr<Ucd9012DiagStatus> diagCommandStatusIs(Zol::Name name);
+  Zol::Ptr<Ucd9012DiagStatus> newDiagCommandStatus(Zol::Name name);
 
   // The mode in force.
   [[nodiscard]] OperationalMode operationalMode() const { return read(operationalMode_); }
@@ -83,6 +96,18 @@ class ZOL_EXPORT ControllerStatus : public Hardware::PowerController::Controller
   // The EEPROM's record has been cleared.
   [[nodiscard]] bool kernelPanicEepromCleared() const { return read(kernelPanicEepromCleared_); }
   virtual void kernelPanicEepromClearedIs(bool value);
+
+  // Outcomes of diagnostic modes by name.
+  [[nodiscard]] Zol::Ptr<Ucd9012DiagStatus> diagModeStatus(Zol::Name name) const;
+  virtual Zol::Ptr<Ucd9012DiagStatus> diagModeStatusDel(Zol::Name name);
+  virtual Zol::Ptr<Ucd9012DiagStatus> diagModeStatusDel(DiagModeStatusMap::Iterator& iterator);
+  virtual void diagModeStatusNotify(Zol::Name name);
+  virtual Zol::ValidPtr<Ucd9012DiagStatus> diagModeStatusIs(Zol::Name name);
+  Zol::Ptr<Ucd9012DiagStatus> newDiagModeStatus(Zol::Name name);
+  void diagModeStatusDelAll();
+
+#include "host/zol/stamp/stamp_walks.h"
+#include "schema/controller_status.def"
 
  private:
 #include "host/zol/stamp/stamp_fields.h"

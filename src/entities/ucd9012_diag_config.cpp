@@ -2,7 +2,7 @@
 
 namespace Hardware::Ucd9012 {
 
-Ucd9012DiagConfig::Ucd9012DiagConfig(Zol::Name name) : AttributeRules(std::move(name)) {}
+Ucd9012DiagConfig::Ucd9012DiagConfig(Zol::Name name) : EntityRules(std::move(name)) {}
 
 Ucd9012DiagConfig::~Ucd9012DiagConfig() { dismissNotifiees(); }
 
@@ -23,6 +23,21 @@ void Ucd9012DiagConfig::commandIs(Ucd9012DiagCommand value) {
 
 void Ucd9012DiagConfig::epochIs(std::uint32_t value) {
   assign(epoch_, value, Id::epoch, &NotifieeConst::onEpoch);
+}
+
+using Self = Ucd9012DiagConfig;
+#include "entities/stamp_member_bodies.h"
+#include "schema/ucd9012_diag_config.def"
+
+void Ucd9012DiagConfig::parameterIs(std::uint32_t key, Zol::String8 value) {
+  valueIs(
+      parameter_, key, value, [&] { return newParameter(key, value); },
+      [this](std::uint32_t changed) { parameterNotify(changed); });
+}
+
+Zol::Ptr<Ucd9012DiagConfig::ZolParameter> Ucd9012DiagConfig::newParameter(std::uint32_t key,
+                                                                          Zol::String8 value) {
+  return makeEntry(parameter_, new ZolParameter(key, value));
 }
 
 Ucd9012DiagConfig::NotifieeConst::~NotifieeConst() = default;

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/zol/attribute_rules.h"
+#include "entities/entity_rules.h"
 #include "values/enumerations.h"
 
 namespace Hardware::Ucd9012 {
@@ -13,7 +13,7 @@ namespace Hardware::Ucd9012 {
 //
 // A mutator `<attr>Is( value )` with the present value does nothing. Otherwise it stores the value,
 // adds 1 to the mutation counter and tells each listener through `on<Attr>()`. No value is refused.
-class ZOL_EXPORT Ucd9012DiagConfig final : public Zol::AttributeRules<Zol::Entity> {
+class ZOL_EXPORT Ucd9012DiagConfig final : public EntityRules<Zol::AttributeRules<Zol::Entity>> {
  public:
   class NotifieeConst;
   class Notifiee;
@@ -28,6 +28,12 @@ class ZOL_EXPORT Ucd9012DiagConfig final : public Zol::AttributeRules<Zol::Entit
     };
   };
 
+  // An entry of `parameter`.
+  class ZolParameter final : public Zol::OrderedValueEntry<std::uint32_t, Zol::String8> {
+    using OrderedValueEntry::OrderedValueEntry;
+  };
+  using ParameterMap = Zol::RbTreeMap<ZolParameter, std::uint32_t, Zol::String8>;
+
   explicit Ucd9012DiagConfig(Zol::Name name);
   ~Ucd9012DiagConfig() override;
 
@@ -38,9 +44,22 @@ class ZOL_EXPORT Ucd9012DiagConfig final : public Zol::AttributeRules<Zol::Entit
   [[nodiscard]] Ucd9012DiagCommand command() const { return read(command_); }
   void commandIs(Ucd9012DiagCommand value);
 
+  // The command's parameters, in the order of their numbers; the command gives each its meaning. An
+  // absent number reads as the empty text.
+  [[nodiscard]] Zol::String8 parameter(std::uint32_t key) const;
+  Zol::String8 parameterDel(std::uint32_t key);
+  Zol::String8 parameterDel(ParameterMap::Iterator& iterator);
+  void parameterNotify(std::uint32_t key);
+  void parameterIs(std::uint32_t key, Zol::String8 value);
+  Zol::Ptr<ZolParameter> newParameter(std::uint32_t key, Zol::String8 value);
+  void parameterDelAll();
+
   // Tells one request from the next.
   [[nodiscard]] std::uint32_t epoch() const { return read(epoch_); }
   void epochIs(std::uint32_t value);
+
+#include "host/zol/stamp/stamp_walks.h"
+#include "schema/ucd9012_diag_config.def"
 
  private:
 #include "host/zol/stamp/stamp_fields.h"

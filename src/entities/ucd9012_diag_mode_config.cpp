@@ -2,9 +2,12 @@
 
 namespace Hardware::Ucd9012 {
 
-Ucd9012DiagModeConfig::Ucd9012DiagModeConfig(Zol::Name name) : AttributeRules(std::move(name)) {}
+Ucd9012DiagModeConfig::Ucd9012DiagModeConfig(Zol::Name name) : EntityRules(std::move(name)) {}
 
-Ucd9012DiagModeConfig::~Ucd9012DiagModeConfig() { dismissNotifiees(); }
+Ucd9012DiagModeConfig::~Ucd9012DiagModeConfig() {
+  diagCommandConfigDel();
+  dismissNotifiees();
+}
 
 Zol::ZolType* Ucd9012DiagModeConfig::fwkType() const { return _fwkType(); }
 
@@ -19,6 +22,21 @@ Zol::String8 Ucd9012DiagModeConfig::attributeString(Zol::AttributeId id) const {
 
 void Ucd9012DiagModeConfig::operationalModeIs(OperationalMode value) {
   assign(operationalMode_, value, Id::operationalMode, &NotifieeConst::onOperationalMode);
+}
+
+using Self = Ucd9012DiagModeConfig;
+#include "entities/stamp_member_bodies.h"
+#include "schema/ucd9012_diag_mode_config.def"
+
+Zol::ValidPtr<Ucd9012DiagConfig> Ucd9012DiagModeConfig::diagCommandConfigIs(Zol::Name name) {
+  return singletonIs(
+      diagCommandConfig_, Id::diagCommandConfig, &NotifieeConst::onDiagCommandConfig,
+      [&](Ucd9012DiagConfig const& child) { return child.name() == name; },
+      [&] { return newDiagCommandConfig(name); });
+}
+
+Zol::Ptr<Ucd9012DiagConfig> Ucd9012DiagModeConfig::newDiagCommandConfig(Zol::Name name) {
+  return makeSingleton(Id::diagCommandConfig, new Ucd9012DiagConfig(std::move(name)));
 }
 
 Ucd9012DiagModeConfig::NotifieeConst::~NotifieeConst() = default;

@@ -1,8 +1,8 @@
 // A diagnostic mode: an operational mode paired with a command.
 #pragma once
 
-#include "host/zol/attribute_rules.h"
-#include "host/zol/hash_map.h"
+#include "entities/entity_rules.h"
+#include "entities/ucd9012_diag_config.h"
 #include "values/enumerations.h"
 
 namespace Hardware::Ucd9012 {
@@ -11,7 +11,8 @@ namespace Hardware::Ucd9012 {
 //
 // A mutator `<attr>Is( value )` with the present value does nothing. Otherwise it stores the value,
 // adds 1 to the mutation counter and tells each listener through `on<Attr>()`. No value is refused.
-class ZOL_EXPORT Ucd9012DiagModeConfig final : public Zol::AttributeRules<Zol::Entity> {
+class ZOL_EXPORT Ucd9012DiagModeConfig final
+    : public EntityRules<Zol::AttributeRules<Zol::Entity>> {
  public:
   class NotifieeConst;
   class Notifiee;
@@ -27,6 +28,7 @@ class ZOL_EXPORT Ucd9012DiagModeConfig final : public Zol::AttributeRules<Zol::E
   };
 
   explicit Ucd9012DiagModeConfig(Zol::Name name);
+  // Takes out the command first, and tells of it.
   ~Ucd9012DiagModeConfig() override;
 
   static Zol::ZolType* _fwkType();
@@ -36,6 +38,12 @@ class ZOL_EXPORT Ucd9012DiagModeConfig final : public Zol::AttributeRules<Zol::E
   // The mode that this entry stands for.
   [[nodiscard]] OperationalMode operationalMode() const { return read(operationalMode_); }
   void operationalModeIs(OperationalMode value);
+
+  // The command of this entry, or null. The same name keeps it, another name replaces it.
+  [[nodiscard]] Zol::Ptr<Ucd9012DiagConfig> diagCommandConfig() const;
+  Zol::Ptr<Ucd9012DiagConfig> diagCommandConfigDel();
+  Zol::ValidPtr<Ucd9012DiagConfig> diagCommandConfigIs(Zol::Name name);
+  Zol::Ptr<Ucd9012DiagConfig> newDiagCommandConfig(Zol::Name name);
 
  private:
   friend class Zol::HashMap<Ucd9012DiagModeConfig, Zol::Name, Ucd9012DiagModeConfig>;

@@ -6,6 +6,7 @@
 #include "entities/forward.h"
 #include "host/models/units.h"
 #include "host/zol/attribute_rules.h"
+#include "host/zol/rb_tree_map.h"
 
 namespace Hardware::Ucd9012 {
 
@@ -72,12 +73,14 @@ class ZOL_EXPORT VoltageRailConfig final : public Zol::AttributeRules<Zol::Entit
   void sensorMibIs(Zol::Ptr<EntityMib::Sensor> const& value);
 
  private:
+  friend class Zol::RbTreeMap<VoltageRailConfig, std::uint8_t, VoltageRailConfig>;
+
   std::uint8_t id_;
   Zol::Ptr<Environment::Power::VoltageRailConfig> voltageRailEnvConfig_;
   Zol::Ptr<Environment::Power::VoltageRailStatus> voltageRailEnvStatus_;
 #include "host/zol/stamp/stamp_fields.h"
 #include "schema/voltage_rail_config.def"
-  Zol::Ptr<EntityMib::Sensor> sensorMib_;
+  Zol::RbTreeLink zolTreeLink_;
 };
 
 // The slots: `on<Attr>()` for each attribute that can change.

@@ -3,6 +3,7 @@
 
 #include "host/models/smbus.h"
 #include "host/zol/attribute_rules.h"
+#include "host/zol/hash_map.h"
 
 namespace Hardware {
 
@@ -77,6 +78,9 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
   static Zol::ZolType* _fwkType();
 
  private:
+  friend class Zol::HashMap<DexoDesc, Zol::Name, DexoDesc>;
+  friend class Zol::HashMapVTable<DexoDesc, Zol::Name>;
+
   Zol::Ptr<Hardware::SmbusDevice> device_;
   Hardware::LobusAccelId lobusAccelId_;
   Hardware::SmbusId busId_;
@@ -88,6 +92,7 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
   bool bug30005ExtraDelays_;
   Hardware::SmbusTimeout busTimeout_;
   Hardware::LobusAgentId smbusAgentId_;
+  Zol::HashLink zolHashLink_;
 };
 
 class ZOL_EXPORT DexoDesc::NotifieeConst : public Zol::Entity::NotifieeConst {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "host/zol/base_collection.h"
 #include "host/zol/entity.h"
 #include "host/zol/hash_map_generic.h"
 
@@ -128,19 +129,13 @@ class HashMap<Entry, Key, Value>::IteratorConst {
   }
   [[nodiscard]] Key key() const { return entry_->zolKey(); }
   [[nodiscard]] Ptr<Value> ptr() const { return Ptr<Value>(value()); }
-  Value& operator*() const { return *value(); }
-  Value* operator->() const { return value(); }
+  [[nodiscard]] auto& operator*() const { return *value(); }
+  [[nodiscard]] auto operator->() const { return value(); }
   [[nodiscard]] Entry* entry() const noexcept { return entry_.get(); }
   [[nodiscard]] HashMap const& map() const noexcept { return *map_; }
 
  private:
-  [[nodiscard]] Value* value() const {
-    if constexpr (std::is_base_of_v<Value, Entry>) {
-      return entry_.get();
-    } else {
-      return entry_->zolValue();
-    }
-  }
+  [[nodiscard]] auto value() const { return valueOfEntry<Value>(entry_.get()); }
 
   std::uint32_t version_ = 0;
   std::int32_t bucket_ = -1;
