@@ -16,6 +16,16 @@ namespace Zol {
   return bitReverse(key.hash());
 }
 
+// The key of an entry. An entity gives its name, and one of a final class without a virtual call.
+template <class Entry>
+[[nodiscard]] auto const& keyOfEntry(Entry const& entry) {
+  if constexpr (std::is_base_of_v<Entity, Entry> && std::is_final_v<Entry>) {
+    return entry.Entity::name();
+  } else {
+    return entry.zolKey();
+  }
+}
+
 // The key functions of entries of one class. An entry gives its key by `zolKey()` and carries its
 // chain link in the member `zolHashLink_`.
 template <class Entry, class Key>
@@ -46,7 +56,7 @@ class HashMapVTable final : public HashMapVTableGeneric {
 
  private:
   static Key const& keyOf(PtrInterface const* entry) {
-    return static_cast<Entry const*>(entry)->zolKey();
+    return keyOfEntry(*static_cast<Entry const*>(entry));
   }
 };
 
@@ -67,9 +77,11 @@ class HashMap {
   [[nodiscard]] std::uint32_t count() const noexcept { return generic_.count(); }
   [[nodiscard]] std::uint32_t version() const noexcept { return generic_.version(); }
 
-  // The entry under the key, or null.
+  // The entry under the key, or null. Calls nothing virtual for an entry of a final class.
   [[nodiscard]] Entry* operator[](Key const& key) const {
-    return static_cast<Entry*>(generic_.find(&key, keyHash(key)));
+    auto* at = static_cast<Entry*>(generic_.chainOf(keyHash(key)));
+    while (at && !(keyOfEntry(*at) == key)) at = static_cast<Entry*>(at->zolHashLink_.next.get());
+    return at;
   }
   // Enters the entry. Gives the one that stood under its key before and has left for it, or null.
   Ptr<Entry> newMember(Entry* entry) {

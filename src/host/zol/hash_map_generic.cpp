@@ -74,13 +74,6 @@ void HashMapGeneric::deleteMember(PtrInterface* entry) {
   }
 }
 
-PtrInterface* HashMapGeneric::find(void const* key, std::uint32_t hash) const {
-  if (!buckets_) return nullptr;
-  PtrInterface* at = buckets_[bucketOf(hash)].get();
-  while (at && !vTable_->keyEquals(key, at)) at = link(at).next.get();
-  return at;
-}
-
 PtrInterface* HashMapGeneric::next(PtrInterface const* entry, std::int32_t& bucket) const {
   if (PtrInterface* const follower = link(entry).next.get()) return follower;
   return findNextBucket(bucket);

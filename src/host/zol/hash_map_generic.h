@@ -73,8 +73,10 @@ class ZOL_EXPORT HashMapGeneric {
   Ptr<PtrInterface> newMemberG(PtrInterface* entry, void const* key);
   // Unchains the entry; does nothing when it is not a member.
   void deleteMember(PtrInterface* entry);
-  // The member under the key, or null. Allocates nothing.
-  [[nodiscard]] PtrInterface* find(void const* key, std::uint32_t hash) const;
+  // The first member of the bucket of a hash, or null.
+  [[nodiscard]] PtrInterface* chainOf(std::uint32_t hash) const noexcept {
+    return buckets_ ? buckets_[bucketOf(hash)].get() : nullptr;
+  }
   // The member behind `entry` in walking order, whether or not `entry` is still a member; the first
   // one for a null `entry`. `bucket` takes its bucket, -1 at the end.
   [[nodiscard]] PtrInterface* findNextG(PtrInterface const* entry, std::int32_t& bucket) const;

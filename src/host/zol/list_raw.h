@@ -6,23 +6,20 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/zol/base_collection.h"
 #include "host/zol/notifiee.h"
 
 namespace Zol {
 
 // A list of listeners linked through the listeners themselves. It holds no counts: standing in the
 // list keeps nobody alive. Each insertion and removal raises the version.
-class ZOL_EXPORT ListRawGeneric {
+class ZOL_EXPORT ListRawGeneric : public BaseRefCollection<PtrInterface::NotifieeConst> {
  public:
+  class LrIteratorConst;
   using Member = PtrInterface::NotifieeConst;
 
-  ListRawGeneric() = default;
-  ListRawGeneric(ListRawGeneric const&) = delete;
-  ListRawGeneric& operator=(ListRawGeneric const&) = delete;
-  ~ListRawGeneric() { clear(); }
+  ~ListRawGeneric() override { clear(); }
 
-  [[nodiscard]] std::uint32_t version() const noexcept { return version_; }
-  [[nodiscard]] std::uint32_t count() const noexcept { return count_; }
   [[nodiscard]] bool empty() const noexcept { return head_ == nullptr; }
   [[nodiscard]] Member const* head() const noexcept { return head_; }
   [[nodiscard]] static Member const* next(Member const& member) noexcept { return member.next_; }
@@ -35,10 +32,27 @@ class ZOL_EXPORT ListRawGeneric {
   void clear() noexcept;
 
  private:
-  std::uint32_t version_ = 0;
-  std::uint32_t count_ = 0;
   Member const* head_ = nullptr;
   Member const* tail_ = nullptr;
+};
+
+// Walks a list as it stands, holding the listener that it stands on; for tools that look at one. A
+// listener that has left the list leads nowhere: the walk ends there.
+class ZOL_EXPORT ListRawGeneric::LrIteratorConst : public BaseCollection::StrepIterator {
+ public:
+  explicit LrIteratorConst(ListRawGeneric const& list) : StrepIterator(&list) {
+    stand(list.head());
+  }
+  explicit operator bool() const noexcept { return held() != nullptr; }
+  Member const& operator*() const noexcept { return static_cast<Member const&>(*held()); }
+  Member const* operator->() const noexcept { return &**this; }
+  LrIteratorConst& operator++() {
+    if (held()) stand(next(**this));
+    return *this;
+  }
+
+ private:
+  void stand(Member const* member) { heldIs(const_cast<Member*>(member)); }
 };
 
 // The list of the listeners of class `T`.

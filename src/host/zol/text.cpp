@@ -1,6 +1,5 @@
 #include "host/zol/text.h"
 
-#include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -8,43 +7,7 @@
 #include <ostream>
 #include <random>
 
-#include "host/zol/ptr_interface.h"
-
 namespace Zol {
-
-// Header of the shared bytes, which follow it with a NUL behind them.
-struct String8::Data {
-  explicit Data(std::size_t size) : length(size) {}
-
-  std::uint32_t references = 1;
-  std::atomic<std::uint32_t> hash{0};  // 0: not computed yet
-  std::size_t length;
-
-  char* bytes() { return reinterpret_cast<char*>(this + 1); }
-
-  static Data* make(std::size_t length) {
-    void* const place = ::operator new(sizeof(Data) + length + 1);
-    auto* const data = new (place) Data(length);
-    data->bytes()[length] = '\0';
-    return data;
-  }
-
-  void inc() noexcept { add(1); }
-  void dec() noexcept {
-    if (add(~std::uint32_t{0}) != 0) return;
-    this->~Data();
-    ::operator delete(this);
-  }
-
- private:
-  std::uint32_t add(std::uint32_t step) noexcept {
-    if (VFPtrInterface::enableThreadSafePointers) {
-      std::atomic_ref<std::uint32_t> shared(references);
-      return shared.fetch_add(step, std::memory_order_acq_rel) + step;
-    }
-    return references += step;
-  }
-};
 
 namespace {
 
@@ -80,51 +43,22 @@ String8::String8(std::string_view text) {
   std::memcpy(data_->bytes(), text.data(), text.size());
 }
 
-String8::String8(String8 const& other) noexcept : data_(other.data_) {
-  if (data_) data_->inc();
+String8::Data* String8::Data::make(std::size_t length) {
+  void* const place = ::operator new(sizeof(Data) + length + 1);
+  auto* const data = new (place) Data(length);
+  data->bytes()[length] = '\0';
+  return data;
 }
 
-String8& String8::operator=(String8 const& other) noexcept {
-  if (data_ == other.data_) return *this;
-  if (other.data_) other.data_->inc();
-  if (data_) data_->dec();
-  data_ = other.data_;
-  return *this;
+void String8::Data::destroy() noexcept {
+  this->~Data();
+  ::operator delete(this);
 }
 
-String8& String8::operator=(String8&& other) noexcept {
-  if (this == &other) return *this;
-  if (data_) data_->dec();
-  data_ = other.data_;
-  other.data_ = nullptr;
-  return *this;
-}
-
-String8::~String8() {
-  if (data_) data_->dec();
-}
-
-std::string_view String8::view() const noexcept {
-  return data_ ? std::string_view(data_->bytes(), data_->length) : std::string_view("", 0);
-}
-
-std::uint32_t String8::hash() const noexcept {
-  if (!data_) return 0;
-  std::uint32_t known = data_->hash.load(std::memory_order_relaxed);
-  if (known == 0) {
-    known = hashOf(view());
-    data_->hash.store(known, std::memory_order_relaxed);
-  }
-  return known;
-}
-
-bool String8::equals(String8 const& other) const noexcept {
-  if (data_ == other.data_) return true;
-  if (!data_ || !other.data_ || data_->length != other.data_->length) return false;
-  std::uint32_t const mine = data_->hash.load(std::memory_order_relaxed);
-  std::uint32_t const theirs = other.data_->hash.load(std::memory_order_relaxed);
-  if (mine != 0 && theirs != 0 && mine != theirs) return false;
-  return std::memcmp(data_->bytes(), other.data_->bytes(), data_->length) == 0;
+std::uint32_t String8::Data::computedHash() noexcept {
+  std::uint32_t const computed = hashOf({bytes(), length});
+  hash.store(computed, std::memory_order_relaxed);
+  return computed;
 }
 
 String8 String8::concatenation(String8 const& a, String8 const& b) {

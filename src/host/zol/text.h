@@ -1,16 +1,19 @@
 // Shared immutable texts: `String8`, and `Name`, a text that is also a key.
 #pragma once
 
+#include <atomic>
 #include <compare>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iosfwd>
 #include <string>
 #include <string_view>
 
 #include "host/zol/export.h"
 #include "host/zol/forward.h"
+#include "host/zol/ptr_interface.h"
 
 namespace Zol {
 
@@ -25,18 +28,40 @@ class ZOL_EXPORT String8 {
   String8(char const* text) : String8(std::string_view(text)) {}
   String8(std::string_view text);
   String8(std::string const& text) : String8(std::string_view(text)) {}
-  String8(String8 const& other) noexcept;
+  String8(String8 const& other) noexcept : data_(other.data_) {
+    if (data_) data_->inc();
+  }
   String8(String8&& other) noexcept : data_(other.data_) { other.data_ = nullptr; }
-  String8& operator=(String8 const& other) noexcept;
-  String8& operator=(String8&& other) noexcept;
-  ~String8();
+  String8& operator=(String8 const& other) noexcept {
+    if (data_ == other.data_) return *this;
+    if (other.data_) other.data_->inc();
+    if (data_) data_->dec();
+    data_ = other.data_;
+    return *this;
+  }
+  String8& operator=(String8&& other) noexcept {
+    if (this == &other) return *this;
+    if (data_) data_->dec();
+    data_ = other.data_;
+    other.data_ = nullptr;
+    return *this;
+  }
+  ~String8() {
+    if (data_) data_->dec();
+  }
 
   // The bytes; a NUL stands behind them. Valid as long as this text or a copy of it lives.
-  [[nodiscard]] std::string_view view() const noexcept;
+  [[nodiscard]] std::string_view view() const noexcept {
+    return data_ ? std::string_view(data_->bytes(), data_->length) : std::string_view("", 0);
+  }
   [[nodiscard]] std::size_t size() const noexcept { return view().size(); }
   [[nodiscard]] bool empty() const noexcept { return data_ == nullptr; }
   // Equal texts have equal hashes within one process; the hash is seeded anew in each process.
-  [[nodiscard]] std::uint32_t hash() const noexcept;
+  [[nodiscard]] std::uint32_t hash() const noexcept {
+    if (!data_) return 0;
+    std::uint32_t const known = data_->hash.load(std::memory_order_relaxed);
+    return known != 0 ? known : data_->computedHash();
+  }
 
   friend bool operator==(String8 const& a, String8 const& b) noexcept { return a.equals(b); }
   friend std::strong_ordering operator<=>(String8 const& a, String8 const& b) noexcept {
@@ -49,11 +74,44 @@ class ZOL_EXPORT String8 {
   }
 
  private:
-  struct Data;
+  // Header of the shared bytes, which follow it with a NUL behind them.
+  struct ZOL_EXPORT Data {
+    explicit Data(std::size_t size) : length(size) {}
+    static Data* make(std::size_t length);
+
+    std::uint32_t references = 1;
+    std::atomic<std::uint32_t> hash{0};  // 0: not computed yet
+    std::size_t length;
+
+    char* bytes() { return reinterpret_cast<char*>(this + 1); }
+    void inc() noexcept { add(1); }
+    void dec() noexcept {
+      if (add(~std::uint32_t{0}) == 0) destroy();
+    }
+    std::uint32_t computedHash() noexcept;
+
+   private:
+    void destroy() noexcept;
+    std::uint32_t add(std::uint32_t step) noexcept {
+      if (VFPtrInterface::enableThreadSafePointers) {
+        std::atomic_ref<std::uint32_t> shared(references);
+        return shared.fetch_add(step, std::memory_order_acq_rel) + step;
+      }
+      return references += step;
+    }
+  };
 
   static String8 concatenation(String8 const& a, String8 const& b);
   std::ostream& write(std::ostream& stream) const;
-  [[nodiscard]] bool equals(String8 const& other) const noexcept;
+  // By identity, then length, then hash where both are known, then bytes.
+  [[nodiscard]] bool equals(String8 const& other) const noexcept {
+    if (data_ == other.data_) return true;
+    if (!data_ || !other.data_ || data_->length != other.data_->length) return false;
+    std::uint32_t const mine = data_->hash.load(std::memory_order_relaxed);
+    std::uint32_t const theirs = other.data_->hash.load(std::memory_order_relaxed);
+    if (mine != theirs && mine != 0 && theirs != 0) return false;
+    return std::memcmp(data_->bytes(), other.data_->bytes(), data_->length) == 0;
+  }
 
   Data* data_ = nullptr;
 };
