@@ -1,5 +1,5 @@
-// Entries of hashed collections for tests: with numbers, with names, and with keys whose hashes the
-// test chooses.
+// Entries of hashed and ordered collections for tests: with numbers, with names, and with keys
+// whose hashes the test chooses.
 #pragma once
 
 #include <compare>
@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/zol/hash_map.h"
+#include "host/zol/rb_tree_map.h"
 
 namespace Zol::Test {
 
@@ -31,6 +32,7 @@ class HashEntry : public PtrInterface {
   int value;
   std::function<void()> atEnd = [] {};
   HashLink zolHashLink_;
+  RbTreeLink zolTreeLink_;
 
  private:
   Key key_;
