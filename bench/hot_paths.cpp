@@ -2,6 +2,9 @@
 #include <benchmark/benchmark.h>
 #include <hwrailseq.h>
 
+#include <algorithm>
+#include <map>
+#include <random>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -84,22 +87,39 @@ void changeToReplica(benchmark::State& state) {
 }
 BENCHMARK(changeToReplica);
 
+// Keys in an order that no collection has. The names are hashed once, as those that a program
+// keeps.
 std::vector<Zol::Name> names(std::int64_t count) {
   std::vector<Zol::Name> all;
-  for (std::int64_t i = 0; i < count; ++i)
-    all.emplace_back("controller-" + std::to_string(i * 7919));
+  for (std::int64_t i = 0; i < count; ++i) {
+    all.emplace_back("controller-" + std::to_string(i * 7919 % 1000003));
+  }
+  std::shuffle(all.begin(), all.end(), std::mt19937(1));
   return all;
+}
+std::vector<std::uint32_t> numbers(std::int64_t count) {
+  std::vector<std::uint32_t> all;
+  for (std::int64_t i = 0; i < count; ++i) all.push_back(static_cast<std::uint32_t>(i * 7));
+  std::shuffle(all.begin(), all.end(), std::mt19937(1));
+  return all;
+}
+
+// Looks up one key after the other, over and over.
+template <class Keys, class Find>
+void lookUpEach(benchmark::State& state, Keys const& keys, Find const& find) {
+  std::size_t at = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(find(keys[at]));
+    if (++at == keys.size()) at = 0;
+  }
 }
 
 void lookUpMember(benchmark::State& state) {
   auto const config = Hardware::Ucd9012::configFactory("board");
   auto const keys = names(state.range(0));
   for (auto const& key : keys) config->realUcd9012ControllerIs(key, "c", nullptr, nullptr, nullptr);
-  std::size_t at = 0;
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(config->realUcd9012Controller(keys[at]).get());
-    if (++at == keys.size()) at = 0;
-  }
+  auto const map = config->realUcd9012ControllerIteratorConst();
+  lookUpEach(state, keys, [&](Zol::Name const& key) { return map.map()[key]; });
 }
 BENCHMARK(lookUpMember)->Arg(10)->Arg(1000)->Arg(100000);
 
@@ -111,12 +131,66 @@ void lookUpUnorderedMap(benchmark::State& state) {
     texts.emplace_back(key.view());
     map[texts.back()] = new ControllerConfig(key, "c", nullptr, nullptr, nullptr);
   }
-  std::size_t at = 0;
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(Zol::Ptr<ControllerConfig>(map.find(texts[at])->second).get());
-    if (++at == texts.size()) at = 0;
-  }
+  lookUpEach(state, texts, [&](std::string const& key) { return map.find(key)->second.get(); });
 }
 BENCHMARK(lookUpUnorderedMap)->Arg(10)->Arg(1000)->Arg(100000);
+
+void lookUpHashedNumber(benchmark::State& state) {
+  auto const config = Hardware::Ucd9012::configFactory("board");
+  auto const controller = controllerOf(*config);
+  auto const keys = numbers(state.range(0));
+  for (auto const key : keys) controller->externalVoltageRailIs(key, {1, 1});
+  auto const map = controller->externalVoltageRailIteratorConst();
+  lookUpEach(state, keys, [&](std::uint32_t key) { return map.map()[key]; });
+}
+BENCHMARK(lookUpHashedNumber)->Arg(10)->Arg(1000)->Arg(100000);
+
+void lookUpUnorderedMapOfNumbers(benchmark::State& state) {
+  auto const keys = numbers(state.range(0));
+  std::unordered_map<std::uint32_t, Hardware::Ucd9012::ExternalVoltageRail> map;
+  for (auto const key : keys) map[key] = {1, 1};
+  lookUpEach(state, keys, [&](std::uint32_t key) { return &map.find(key)->second; });
+}
+BENCHMARK(lookUpUnorderedMapOfNumbers)->Arg(10)->Arg(1000)->Arg(100000);
+
+void lookUpOrdered(benchmark::State& state) {
+  auto const config = Hardware::Ucd9012::configFactory("board");
+  auto const controller = controllerOf(*config);
+  auto const keys = numbers(state.range(0));
+  for (auto const key : keys) controller->reloadCauseIs(key, {});
+  auto const map = controller->reloadCauseIteratorConst();
+  lookUpEach(state, keys, [&](std::uint32_t key) { return map.map()[key]; });
+}
+BENCHMARK(lookUpOrdered)->Arg(10)->Arg(1000)->Arg(100000);
+
+void lookUpMap(benchmark::State& state) {
+  auto const keys = numbers(state.range(0));
+  std::map<std::uint32_t, Hardware::Ucd9012::UcdCause> map;
+  for (auto const key : keys) map[key];
+  lookUpEach(state, keys, [&](std::uint32_t key) { return &map.find(key)->second; });
+}
+BENCHMARK(lookUpMap)->Arg(10)->Arg(1000)->Arg(100000);
+
+// A walk over 10,000 members that nothing changes.
+void walkOrdered(benchmark::State& state) {
+  auto const config = Hardware::Ucd9012::configFactory("board");
+  auto const controller = controllerOf(*config);
+  for (auto const key : numbers(10000)) controller->reloadCauseIs(key, {});
+  for (auto _ : state) {
+    for (auto it = controller->reloadCauseIteratorConst(); it; ++it) {
+      benchmark::DoNotOptimize(it->id());
+    }
+  }
+}
+BENCHMARK(walkOrdered);
+
+void walkMap(benchmark::State& state) {
+  std::map<std::uint32_t, Hardware::Ucd9012::UcdCause> map;
+  for (auto const key : numbers(10000)) map[key];
+  for (auto _ : state) {
+    for (auto const& [key, cause] : map) benchmark::DoNotOptimize(cause.id());
+  }
+}
+BENCHMARK(walkMap);
 
 }  // namespace
