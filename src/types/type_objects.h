@@ -2,8 +2,15 @@
 #pragma once
 
 #include "attrlog/digest.h"
-#include "generic/children.h"
-#include "host/models/power_controller.h"
+#include "generic/config.h"
+#include "generic/controller_config.h"
+#include "generic/controller_status.h"
+#include "generic/diagnostics.h"
+#include "generic/keys.h"
+#include "generic/records.h"
+#include "generic/status.h"
+#include "generic/voltage_rail_config.h"
+#include "host/zol/generic/entity_type.h"
 #include "host/zol/registry/type_of.h"
 #include "host/zol/registry/zol_type.h"
 #include "types/all_classes.h"
@@ -16,7 +23,6 @@ namespace Hardware::Ucd9012 {
 template <class X>
 void addFunctions(Zol::ZolType& type) {
   type.digestFnIs(kDigestFn<X>);
-  type.childFnIs(kChildFn<X>);
   type.keyTextFnIs(kKeyTextFn<X>);
 }
 

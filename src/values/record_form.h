@@ -23,11 +23,17 @@ class RecordForm {
   template <class R>
   using Passed = std::conditional_t<std::same_as<R, ExternalVoltageRail>, R, R const&>;
 
+  // Gives each field with its name, in order.
+  template <class R, class Visit>
+  static void eachField(R& record, Visit const& visit) {
+    std::remove_const_t<R>::eachField(record, visit);
+  }
+
   template <class R>
   static Zol::String8 text(R const& record) {
     std::string text = "Value('" + std::string(kFullName<R>) + "', ** {";
     char const* separator = "'";
-    R::eachField(record, [&](std::string_view name, auto const& field) {
+    eachField(record, [&](std::string_view name, auto const& field) {
       text += separator;
       text += name;
       text += "': ";
@@ -62,7 +68,7 @@ class RecordForm {
 
   template <class R>
   static Zol::OutPtr const& write(Zol::OutPtr const& out, R const& record) {
-    R::eachField(record, [&](std::string_view, auto const& field) {
+    eachField(record, [&](std::string_view, auto const& field) {
       if constexpr (std::is_enum_v<std::remove_cvref_t<decltype(field)>>) {
         out << static_cast<int>(field);
       } else {
@@ -74,7 +80,7 @@ class RecordForm {
 
   template <class R>
   static void read(R& record, Zol::NboAttrLog::In& in) {
-    R::eachField(record, [&](std::string_view, auto& field) { next(in, field); });
+    eachField(record, [&](std::string_view, auto& field) { next(in, field); });
   }
 
  private:
@@ -108,7 +114,7 @@ class RecordForm {
   template <class R>
   static bool parseField(R& record, Zol::String8 const& wanted, It& position, It const& end) {
     bool known = false;
-    R::eachField(record, [&]<class T>(std::string_view name, T& field) {
+    eachField(record, [&]<class T>(std::string_view name, T& field) {
       if (known || wanted.view() != name) return;
       known = true;
       T scratch{};

@@ -1,5 +1,7 @@
 #include "host/models/dexo_desc.h"
 
+#include "host/models/dexo_desc_generic.h"
+#include "host/zol/generic/entity_type.h"
 #include "host/zol/registry/model_type.h"
 
 namespace Hardware {
@@ -45,8 +47,9 @@ Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity("SmbusDexo::DexoDesc", sizeof(DexoDesc),
-                                             Hardware::DexoDesc::_fwkType());
+    auto attributes = Zol::ModelType::entity(
+        "SmbusDexo::DexoDesc", sizeof(DexoDesc), Hardware::DexoDesc::_fwkType(),
+        new Zol::EntityType<DexoDesc>("DexoDesc", Hardware::DexoDesc::_fwkType()));
     attributes.arg("name", "Zol::Name")
         .arg("device", "Hardware::SmbusDevice")
         .arg("lobusAccelId", "Hardware::LobusAccelId")
@@ -144,8 +147,9 @@ Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity("I2cDexo::DexoDesc", sizeof(DexoDesc),
-                                             Hardware::DexoDesc::_fwkType());
+    auto attributes = Zol::ModelType::entity(
+        "I2cDexo::DexoDesc", sizeof(DexoDesc), Hardware::DexoDesc::_fwkType(),
+        new Zol::EntityType<DexoDesc>("DexoDesc", Hardware::DexoDesc::_fwkType()));
     attributes.arg("name", "Zol::Name").arg("busId", "U8").arg("device", "U8");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/i2c_dexo_desc.def"

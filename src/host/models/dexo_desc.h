@@ -28,6 +28,7 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
  public:
   class NotifieeConst;
   class Notifiee;
+  class GenericIf_;
   class ZolNboAttrLogSa;
   class _Type;
 
@@ -120,6 +121,7 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
  public:
   class NotifieeConst;
   class Notifiee;
+  class GenericIf_;
   class ZolNboAttrLogSa;
   class _Type;
 

@@ -1,8 +1,10 @@
 #include "host/models/power_controller.h"
 
+#include "host/models/power_controller_generic.h"
 #include "host/models/siblings.h"
 #include "host/zol/digest.h"
-#include "host/zol/registry/model_type.h"
+#include "host/zol/generic/entity_type.h"
+#include "host/zol/generic/value_generic_if.h"
 
 namespace Hardware::PowerController {
 
@@ -48,8 +50,8 @@ ControllerConfig::ControllerState ControllerConfig::ControllerStateInstance(unsi
 
 Zol::ZolType* ControllerConfig::_fwkType_ControllerState() {
   static Zol::ZolType* const type =
-      Zol::ModelType::enumeration("Hardware::PowerController::ControllerConfig::ControllerState",
-                                  kConfigStates.rows())
+      Zol::makeEnumerationType<ControllerState>(
+          "Hardware::PowerController::ControllerConfig::ControllerState", kConfigStates.rows())
           .type();
   return type;
 }
@@ -58,8 +60,9 @@ Zol::ZolType* ControllerConfig::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* ControllerConfig::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity("Hardware::PowerController::ControllerConfig",
-                                             sizeof(ControllerConfig), Entity::_fwkType());
+    auto attributes = Zol::ModelType::entity(
+        "Hardware::PowerController::ControllerConfig", sizeof(ControllerConfig), Entity::_fwkType(),
+        new Zol::EntityType<ControllerConfig>("ControllerConfig", Entity::_fwkType()));
     attributes.arg("name", "Zol::Name")
         .arg("customerName", "Zol::Name")
         .arg("dexoDesc", "Hardware::DexoDesc")
@@ -92,6 +95,26 @@ void ControllerConfig::controllerStateIs(ControllerState value) {
                         &NotifieeConst::onControllerState);
 }
 
+Zol::String8 valueToStrep(ControllerConfig::ControllerState value) {
+  return kConfigStates.strep(value);
+}
+
+Zol::String8 valueToStrep(ControllerStatus::ControllerState value) {
+  return kStatusStates.strep(value);
+}
+
+ControllerConfig::ControllerState sequenceToValue(Zol::String8::IteratorConst& position,
+                                                  Zol::String8::IteratorConst const& end,
+                                                  ControllerConfig::ControllerState*) {
+  return kConfigStates.instance(Zol::quotedAt(position, end));
+}
+
+ControllerStatus::ControllerState sequenceToValue(Zol::String8::IteratorConst& position,
+                                                  Zol::String8::IteratorConst const& end,
+                                                  ControllerStatus::ControllerState*) {
+  return kStatusStates.instance(Zol::quotedAt(position, end));
+}
+
 ControllerConfig::NotifieeConst::~NotifieeConst() = default;
 
 void ControllerConfig::NotifieeConst::notifierIs(
@@ -117,8 +140,8 @@ ControllerStatus::ControllerState ControllerStatus::ControllerStateInstance(unsi
 
 Zol::ZolType* ControllerStatus::_fwkType_ControllerState() {
   static Zol::ZolType* const type =
-      Zol::ModelType::enumeration("Hardware::PowerController::ControllerStatus::ControllerState",
-                                  kStatusStates.rows())
+      Zol::makeEnumerationType<ControllerState>(
+          "Hardware::PowerController::ControllerStatus::ControllerState", kStatusStates.rows())
           .type();
   return type;
 }
@@ -127,8 +150,9 @@ Zol::ZolType* ControllerStatus::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* ControllerStatus::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity("Hardware::PowerController::ControllerStatus",
-                                             sizeof(ControllerStatus), Entity::_fwkType());
+    auto attributes = Zol::ModelType::entity(
+        "Hardware::PowerController::ControllerStatus", sizeof(ControllerStatus), Entity::_fwkType(),
+        new Zol::EntityType<ControllerStatus>("ControllerStatus", Entity::_fwkType()));
     attributes.arg("name", "Zol::Name");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/power_controller_status.def"

@@ -23,6 +23,7 @@ class ZOL_EXPORT ControllerConfig : public Zol::AttributeRules<Zol::Entity> {
  public:
   class NotifieeConst;
   class Notifiee;
+  class GenericIf_;
   class ZolNboAttrLogSa;
   class _Type;
 
@@ -115,6 +116,7 @@ class ZOL_EXPORT ControllerStatus : public Zol::AttributeRules<Zol::Entity> {
  public:
   class NotifieeConst;
   class Notifiee;
+  class GenericIf_;
   class ZolNboAttrLogSa;
   class _Type;
 
@@ -176,6 +178,17 @@ class ZOL_EXPORT ControllerStatus::Notifiee : public ControllerStatus::NotifieeC
  public:
   [[nodiscard]] Zol::Ptr<ControllerStatus> notifier() const;
 };
+
+// The text form: the enumerator's text in apostrophes. A text that is none throws `RangeException`
+// "ControllerState".
+ZOL_EXPORT Zol::String8 valueToStrep(ControllerConfig::ControllerState value);
+ZOL_EXPORT Zol::String8 valueToStrep(ControllerStatus::ControllerState value);
+ZOL_EXPORT ControllerConfig::ControllerState sequenceToValue(Zol::String8::IteratorConst& position,
+                                                             Zol::String8::IteratorConst const& end,
+                                                             ControllerConfig::ControllerState*);
+ZOL_EXPORT ControllerStatus::ControllerState sequenceToValue(Zol::String8::IteratorConst& position,
+                                                             Zol::String8::IteratorConst const& end,
+                                                             ControllerStatus::ControllerState*);
 
 inline Zol::ZolType* zolTypeOf(std::type_identity<ControllerConfig::ControllerState>) {
   return ControllerConfig::_fwkType_ControllerState();

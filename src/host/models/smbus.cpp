@@ -2,7 +2,8 @@
 
 #include <ostream>
 
-#include "host/zol/registry/model_type.h"
+#include "host/zol/generic/value_generic_if.h"
+#include "host/zol/generic/wrapped.h"
 
 namespace Hardware {
 
@@ -26,11 +27,39 @@ constexpr Zol::Enumerator kTimeoutRows[] = {
 };
 constexpr Zol::Enumeration<SmbusTimeout> kTimeouts("SmbusTimeout", kTimeoutRows);
 
-// The type of an id of 8 bits, whose one attribute is its number.
+constexpr Zol::AttributeId kValueId = 2;
+
+// The generic object of an id of 8 bits, whose number can be read.
+template <class Id>
+class IdGenericIf final : public Zol::ValueGenericIf<Id> {
+ public:
+  using Zol::ValueGenericIf<Id>::ValueGenericIf;
+  using Zol::GenericIf::clone;
+
+  [[nodiscard]] Zol::AttributeId attributeId(Zol::String8 name) const override {
+    return name == Zol::String8("value") ? kValueId : Zol::GenericIf::attributeId(name);
+  }
+  Zol::Ptr<Zol::GenericIf> attributeOp(Zol::GenericIf::AttributeOp const& op,
+                                       Zol::Ptr<Zol::GenericIf const> const& index,
+                                       Zol::Ptr<Zol::GenericIf> const& value) override {
+    if (op.attributeId != kValueId) return Zol::GenericIf::attributeOp(op, index, value);
+    this->requireMutable(op.opId);
+    if (index) Zol::GenericIf::throwBadIndexAttrException("value");
+    if (op.opId != Zol::GenericIf::attrOpRead) {
+      Zol::GenericIf::throwOpNotSupportedException("value", op.opId, false);
+    }
+    return Zol::wrapped(this->value().value(), this->isConst());
+  }
+  [[nodiscard]] Zol::Ptr<Zol::GenericIf> clone() override {
+    return new IdGenericIf(this->value(), this->isConst());
+  }
+};
+
+// The type of such an id.
 template <class Id>
 Zol::ZolType* idType(char const* fullName) {
-  auto attributes = Zol::ModelType::value(fullName, sizeof(Id));
-  attributes.arg("value", "U8").plain<unsigned char>("value", 2, Zol::FlagClass::kP);
+  Zol::ModelType attributes = Zol::makeValueType<Id, IdGenericIf<Id>>(fullName);
+  attributes.arg("value", "U8").plain<unsigned char>("value", kValueId, Zol::FlagClass::kP);
   Zol::ZolType* const type = attributes.type();
   type->valAttrIs(type->attr("value"));
   return type;
@@ -52,6 +81,21 @@ SmbusTimeout SmbusTimeoutInstance(Zol::String8 name) { return kTimeouts.instance
 Zol::String8 valueToStrep(SmbusAddrSize const& value) { return kAddrSizes.strep(value); }
 Zol::String8 valueToStrep(SmbusDelay const& value) { return kDelays.strep(value); }
 Zol::String8 valueToStrep(SmbusTimeout const& value) { return kTimeouts.strep(value); }
+
+SmbusAddrSize sequenceToValue(Zol::String8::IteratorConst& position,
+                              Zol::String8::IteratorConst const& end, SmbusAddrSize*) {
+  return kAddrSizes.instance(Zol::quotedAt(position, end));
+}
+
+SmbusDelay sequenceToValue(Zol::String8::IteratorConst& position,
+                           Zol::String8::IteratorConst const& end, SmbusDelay*) {
+  return kDelays.instance(Zol::quotedAt(position, end));
+}
+
+SmbusTimeout sequenceToValue(Zol::String8::IteratorConst& position,
+                             Zol::String8::IteratorConst const& end, SmbusTimeout*) {
+  return kTimeouts.instance(Zol::quotedAt(position, end));
+}
 
 std::ostream& operator<<(std::ostream& stream, SmbusAddrSize const& value) {
   return stream << stringValue(value);
@@ -85,19 +129,19 @@ Zol::ZolType* SmbusDeviceId::_fwkType() {
 
 Zol::ZolType* _fwkType_SmbusAddrSize() {
   static Zol::ZolType* const type =
-      Zol::ModelType::enumeration("Hardware::SmbusAddrSize", kAddrSizes.rows()).type();
+      Zol::makeEnumerationType<SmbusAddrSize>("Hardware::SmbusAddrSize", kAddrSizes.rows()).type();
   return type;
 }
 
 Zol::ZolType* _fwkType_SmbusDelay() {
   static Zol::ZolType* const type =
-      Zol::ModelType::enumeration("Hardware::SmbusDelay", kDelays.rows()).type();
+      Zol::makeEnumerationType<SmbusDelay>("Hardware::SmbusDelay", kDelays.rows()).type();
   return type;
 }
 
 Zol::ZolType* _fwkType_SmbusTimeout() {
   static Zol::ZolType* const type =
-      Zol::ModelType::enumeration("Hardware::SmbusTimeout", kTimeouts.rows()).type();
+      Zol::makeEnumerationType<SmbusTimeout>("Hardware::SmbusTimeout", kTimeouts.rows()).type();
   return type;
 }
 

@@ -5,6 +5,8 @@
 #include <type_traits>
 
 #include "host/zol/entity.h"
+#include "host/zol/value_reading.h"
+#include "host/zol/value_text.h"
 
 namespace Hardware {
 
@@ -22,6 +24,17 @@ class SmallId {
  private:
   unsigned char value_ = 0;
 };
+
+// The number, and back from it. Throws `RangeException` for what is no number from 0 to 255.
+template <class Self>
+Zol::String8 valueToStrep(SmallId<Self> const& value) {
+  return Zol::valueToStrep(static_cast<unsigned long long>(value.value()));
+}
+template <class Self>
+requires std::derived_from<Self, SmallId<Self>> Self sequenceToValue(
+    Zol::String8::IteratorConst& position, Zol::String8::IteratorConst const& end, Self*) {
+  return Self(Zol::sequenceToValue(position, end, static_cast<unsigned char*>(nullptr)));
+}
 
 // The accelerator that serves the bus. Numbers above 0x7f do not go over a log.
 class ZOL_EXPORT LobusAccelId : public SmallId<LobusAccelId> {
@@ -86,6 +99,13 @@ ZOL_EXPORT SmbusTimeout SmbusTimeoutInstance(Zol::String8 name);
 ZOL_EXPORT Zol::String8 valueToStrep(SmbusAddrSize const& value);
 ZOL_EXPORT Zol::String8 valueToStrep(SmbusDelay const& value);
 ZOL_EXPORT Zol::String8 valueToStrep(SmbusTimeout const& value);
+
+ZOL_EXPORT SmbusAddrSize sequenceToValue(Zol::String8::IteratorConst& position,
+                                         Zol::String8::IteratorConst const& end, SmbusAddrSize*);
+ZOL_EXPORT SmbusDelay sequenceToValue(Zol::String8::IteratorConst& position,
+                                      Zol::String8::IteratorConst const& end, SmbusDelay*);
+ZOL_EXPORT SmbusTimeout sequenceToValue(Zol::String8::IteratorConst& position,
+                                        Zol::String8::IteratorConst const& end, SmbusTimeout*);
 
 ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, SmbusAddrSize const& value);
 ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, SmbusDelay const& value);

@@ -1,16 +1,16 @@
 #include "host/models/units.h"
 
-#include "host/zol/registry/model_type.h"
+#include "host/zol/generic/value_generic_if.h"
 
 namespace Units {
 
 Zol::ZolType* Volts::_fwkType() {
-  static Zol::ZolType* const type = Zol::ModelType::value("Units::Volts", sizeof(Volts)).type();
+  static Zol::ZolType* const type = Zol::makeValueType<Volts>("Units::Volts").type();
   return type;
 }
 
 Zol::ZolType* Celsius::_fwkType() {
-  static Zol::ZolType* const type = Zol::ModelType::value("Units::Celsius", sizeof(Celsius)).type();
+  static Zol::ZolType* const type = Zol::makeValueType<Celsius>("Units::Celsius").type();
   return type;
 }
 

@@ -4,7 +4,8 @@
 #include <limits>
 
 #include "host/zol/export.h"
-#include "host/zol/forward.h"
+#include "host/zol/value_reading.h"
+#include "host/zol/value_text.h"
 
 namespace Units {
 
@@ -26,6 +27,17 @@ class Quantity {
  private:
   double value_ = -std::numeric_limits<double>::infinity();
 };
+
+// The number, as "0.85", "-inf" or "nan", and back from it.
+template <class Self>
+Zol::String8 valueToStrep(Quantity<Self> const& value) {
+  return Zol::numberText(value.value());
+}
+template <class Self>
+requires std::derived_from<Self, Quantity<Self>> Self sequenceToValue(
+    Zol::String8::IteratorConst& position, Zol::String8::IteratorConst const& end, Self*) {
+  return Self(Zol::floatingAt(position, end));
+}
 
 class ZOL_EXPORT Volts : public Quantity<Volts> {
  public:

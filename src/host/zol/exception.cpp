@@ -9,6 +9,12 @@ InternalException::~InternalException() = default;
 AttrLogRecordException::~AttrLogRecordException() = default;
 EntityIdUnavailableException::~EntityIdUnavailableException() = default;
 AttrLogEntityException::~AttrLogEntityException() = default;
+ConstException::~ConstException() = default;
+BadIndexAttrException::~BadIndexAttrException() = default;
+TypeException::~TypeException() = default;
+OpNotSupportedException::~OpNotSupportedException() = default;
+UnknownArgException::~UnknownArgException() = default;
+UnknownAttrException::~UnknownAttrException() = default;
 
 void throwRangeException(String8 const& text) { throw RangeException(text); }
 void throwNameInUseException(String8 const& text) { throw NameInUseException(text); }

@@ -1,6 +1,7 @@
 // The failures of the runtime. Each carries exactly the text that the thrower gave.
 #pragma once
 
+#include <cstdint>
 #include <exception>
 
 #include "host/zol/export.h"
@@ -65,6 +66,57 @@ class ZOL_EXPORT AttrLogEntityException : public Exception {
  public:
   explicit AttrLogEntityException(String8 text, IdBitArray = {}) : Exception(std::move(text)) {}
   ~AttrLogEntityException() override;
+};
+
+// The failures of the by-name interface. Where nothing else is said, the text is the bare name of
+// the attribute or type that was refused.
+
+// A mutation by way of a constant generic object. The text is "attempting to modify a const
+// instance".
+class ZOL_EXPORT ConstException : public Exception {
+ public:
+  using Exception::Exception;
+  ~ConstException() override;
+};
+
+// An index was given where the attribute takes none.
+class ZOL_EXPORT BadIndexAttrException : public Exception {
+ public:
+  using Exception::Exception;
+  ~BadIndexAttrException() override;
+};
+
+// A value or an index is missing, or of another type than it must be.
+class ZOL_EXPORT TypeException : public Exception {
+ public:
+  using Exception::Exception;
+  ~TypeException() override;
+};
+
+// The attribute does not have the operation.
+class ZOL_EXPORT OpNotSupportedException : public Exception {
+ public:
+  OpNotSupportedException(String8 text, std::int32_t op) : Exception(std::move(text)), op_(op) {}
+  ~OpNotSupportedException() override;
+  // The id of the operation.
+  [[nodiscard]] std::int32_t op() const noexcept { return op_; }
+
+ private:
+  std::int32_t op_;
+};
+
+// A list has more arguments than are wanted.
+class ZOL_EXPORT UnknownArgException : public Exception {
+ public:
+  using Exception::Exception;
+  ~UnknownArgException() override;
+};
+
+// The type has no such attribute. Where a name was looked up, the text is that name.
+class ZOL_EXPORT UnknownAttrException : public Exception {
+ public:
+  using Exception::Exception;
+  ~UnknownAttrException() override;
 };
 
 [[noreturn]] ZOL_EXPORT void throwRangeException(String8 const& text);

@@ -1,5 +1,7 @@
 #include "host/zol/notifiee.h"
 
+#include "host/zol/activity.h"
+
 namespace Zol {
 
 PtrInterface::NotifieeConst::NotifieeConst() { bitIs(kNotificationActive, true); }
@@ -50,6 +52,25 @@ Activity const* PtrInterface::NotifieeConst::zolFwkActivity() const { return nul
 
 ActivitySm* PtrInterface::NotifieeConst::actsm() { return nullptr; }
 
+bool PtrInterface::NotifieeConst::zolOnAttribute(AttributeId id, unsigned char* pending) {
+  Activity* const activity = zolFwkActivity();
+  ActivitySm* const delivery = actsm();
+  if (!activity || !delivery || delivery->take()) return false;
+  if (pending && *pending < 0xff) ++*pending;
+  auto const waiting = static_cast<std::uint32_t>(id);
+  if (runtimeWord_ == kNothing) {
+    runtimeWord_ = waiting;
+    activity->listenerEnq(this);
+  } else if (runtimeWord_ != waiting) {
+    runtimeWord_ = kEveryChange;
+  }
+  return true;
+}
+
+void PtrInterface::NotifieeConst::redispatch(ActivitySm* delivery) {
+  if (delivery) delivery->arm();
+}
+
 void PtrInterface::NotifieeConst::isWeakReferenceIs(bool value) {
   if (weak_ == value) return;
   weak_ = value;
@@ -59,6 +80,19 @@ void PtrInterface::NotifieeConst::isWeakReferenceIs(bool value) {
   } else {
     notifier_->referencesInc();
   }
+}
+
+bool PtrInterface::NotifieeConst::switchNotification(bool value) {
+  if (hasNotificationActive() == value) return false;
+  if (value) {
+    bitIs(kNotificationActive, true);
+    if (bits_.has(kWasRegistered)) isRegisteredNotifieeIs(true);
+  } else {
+    bits_.flagsIs(kWasRegistered, registered_);
+    bitIs(kNotificationActive, false);
+    isRegisteredNotifieeIs(false);
+  }
+  return true;
 }
 
 void PtrInterface::NotifieeConst::storeNotifier(PtrInterface const* notifier) {

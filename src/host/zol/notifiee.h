@@ -61,6 +61,14 @@ class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
   [[nodiscard]] virtual Activity const* zolFwkActivity() const;
   virtual ActivitySm* actsm();
 
+  // Queues the change of an attribute for the listener's activity and gives true; false when the
+  // change is to be told now: there is no activity, or this is its delivery. `pending`, of a keyed
+  // attribute, counts the changes that wait, up to 255. One attribute waits by its id; several wait
+  // as all of them.
+  bool zolOnAttribute(AttributeId id, unsigned char* pending);
+  // Lets the next `zolOnAttribute` be a delivery again.
+  void redispatch(ActivitySm* delivery);
+
   // True: from now on this listener holds no count on its notifier. A notifier that dies first
   // clears the link of the weak listeners in its list. The trap: one that has left the list before
   // learns nothing of it, and may then only be destroyed.
@@ -73,11 +81,23 @@ class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
   [[nodiscard]] void const* zolListenerClass() const noexcept { return listenerClass_; }
 
  protected:
+  // Switches notification on or off. Off leaves the notifier's list and remembers whether the
+  // listener stood in it; on goes back in. False when it already is so.
+  bool switchNotification(bool value);
   // Stores the notifier, counted unless this listener is weak, and drops the count on the old one.
   void storeNotifier(PtrInterface const* notifier);
 
+  // In the flag word: was registered when notification was switched off.
+  static constexpr unsigned int kWasRegistered = 0x80000;
+  // What waits for delivery, besides the id of an attribute: nothing, every change, every
+  // attribute.
+  static constexpr std::uint32_t kNothing = 0;
+  static constexpr std::uint32_t kEveryChange = 0xffffffff;
+  static constexpr std::uint32_t kEveryAttribute = 0xfffffffe;
+
   Zol_BitSet bits_;
-  std::uint32_t runtimeWord_ = 0;
+  // The attribute that waits for delivery.
+  std::uint32_t runtimeWord_ = kNothing;
   // The class that this listener is of, below the class of the list that it stands in: see
   // `listenerCast`. Null for a listener of the list's own class.
   void const* listenerClass_ = nullptr;

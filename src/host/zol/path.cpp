@@ -5,21 +5,14 @@
 
 #include "host/zol/dir.h"
 #include "host/zol/exception.h"
+#include "host/zol/generic/by_name.h"
+#include "host/zol/path_steps.h"
 #include "host/zol/registry/zol_type.h"
 #include "host/zol/value_text.h"
 
 namespace Zol {
 
 namespace {
-
-constexpr std::string_view kMarks = "/[]\\";
-
-void appendEscaped(std::string& path, std::string_view text) {
-  for (char const byte : text) {
-    if (kMarks.find(byte) != std::string_view::npos) path += '\\';
-    path += byte;
-  }
-}
 
 bool isDir(Entity const* entity) { return dynamic_cast<Dir const*>(entity) != nullptr; }
 
@@ -32,14 +25,14 @@ String8 keyOf(Entity const& entity) {
 void appendStep(std::string& path, Entity const& entity) {
   Entity const* const parent = entity.zolParent();
   if (!parent || isDir(parent)) {
-    appendEscaped(path, entity.name().view());
+    appendPathText(path, entity.name().view());
     return;
   }
   path += parent->attributeString(entity.parentAttrId()).view();
   ZolAttr const* const held = entity.parentAttr();
   if (held && !held->keyType()) return;
   path += '[';
-  appendEscaped(path, keyOf(entity).view());
+  appendPathText(path, keyOf(entity).view());
   path += ']';
 }
 
@@ -56,64 +49,12 @@ String8 pathWhile(Entity const& entity, Included included) {
   return path;
 }
 
-struct Step {
-  std::string name;
-  std::optional<std::string> key;
-};
-
-// Reads a path step by step. `at` is the index of the next byte.
-class Steps {
- public:
-  explicit Steps(std::string_view path) : path_(path) {}
-
-  [[nodiscard]] bool done() const noexcept { return at_ >= path_.size(); }
-  [[nodiscard]] std::string_view walked() const noexcept { return path_.substr(0, at_); }
-
-  // What a path is made of, or nothing if it breaks the rules there.
-  std::optional<Step> next() {
-    if (path_[at_] != '/') return std::nullopt;
-    ++at_;
-    Step step;
-    if (!append(step.name)) return std::nullopt;
-    if (done() || path_[at_] == '/') return step;
-    if (path_[at_] != '[') return std::nullopt;
-    ++at_;
-    step.key.emplace();
-    if (!append(*step.key) || done() || path_[at_] != ']') return std::nullopt;
-    ++at_;
-    return step;
-  }
-
- private:
-  // Takes bytes up to the next mark.
-  bool append(std::string& text) {
-    for (; !done(); ++at_) {
-      if (path_[at_] == '\\') {
-        if (++at_ == path_.size()) return false;
-      } else if (kMarks.find(path_[at_]) != std::string_view::npos) {
-        break;
-      }
-      text += path_[at_];
-    }
-    return true;
-  }
-
-  std::string_view path_;
-  std::size_t at_ = 0;
-};
-
-Ptr<Entity> childAt(Entity& holder, Step const& step) {
+Ptr<Entity> childAt(Entity& holder, PathStep const& step) {
   if (auto* const dir = dynamic_cast<Dir*>(&holder)) {
     Ptr<Dir::Entry> const entry = step.key ? nullptr : dir->entry(step.name);
     return entry ? entry->entity() : nullptr;
   }
-  String8 const key(step.key.value_or(""));
-  for (ZolType const* type = holder.fwkType(); type; type = type->baseType()) {
-    if (!type->childFn()) continue;
-    Ptr<Entity> child = type->childFn()(holder, step.name, step.key ? &key : nullptr);
-    if (child) return child;
-  }
-  return nullptr;
+  return childByName(holder, step);
 }
 
 [[noreturn]] void throwNone(String8 const& path, String8 const& why) {
@@ -133,12 +74,12 @@ String8 pathOf(Entity const& entity) {
 
 Ptr<Entity> entityAt(String8 const& path) {
   Ptr<Entity> at(&Dir::root());
-  Steps steps(path.view());
+  PathSteps steps(path.view());
   if (path == "/") return at;
   if (steps.done()) throwNone(path, "it does not begin with '/'");
   while (!steps.done()) {
     String8 const walked(steps.walked());
-    std::optional<Step> const step = steps.next();
+    std::optional<PathStep> const step = steps.next();
     if (!step) {
       throwNone(path, walked.empty() && !path.view().starts_with('/')
                           ? String8("it does not begin with '/'")

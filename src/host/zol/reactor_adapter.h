@@ -34,15 +34,7 @@ class ReactorAdapter : public Listener {
 
   // Off: leaves the list and remembers that it stood in it. On: goes back in. The owner follows.
   void hasNotificationActiveIs(bool value) override {
-    if (this->hasNotificationActive() == value) return;
-    if (value) {
-      this->bitIs(PtrInterface::kNotificationActive, true);
-      if (this->bits_.has(flagWasRegistered)) this->isRegisteredNotifieeIs(true);
-    } else {
-      this->bits_.flagsIs(flagWasRegistered, this->isRegisteredNotifiee());
-      this->bitIs(PtrInterface::kNotificationActive, false);
-      this->isRegisteredNotifieeIs(false);
-    }
+    if (!this->switchNotification(value)) return;
     if (owner_ && !this->zolMarkedForDeletion()) owner_->hasNotificationActiveIs(value);
   }
 

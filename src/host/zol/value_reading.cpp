@@ -121,6 +121,29 @@ long long sequenceToValue(It& position, It const& end, long long*) {
   return value;
 }
 
+long long numberUpTo(It& position, It const& end, long long most) {
+  It const start = position;
+  long long const value = sequenceToValue(position, end, static_cast<long long*>(nullptr));
+  if (value < 0 || value > most) {
+    position = start;
+    throwExpected("a number from 0 to " + std::to_string(most), position, end);
+  }
+  return value;
+}
+
+double floatingAt(It& position, It const& end) {
+  skipSpace(position, end);
+  std::string_view const rest = position.until(end);
+  double value = 0;
+  auto const [stop, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
+  if (error == std::errc::invalid_argument) throwExpected("a number", position, end);
+  if (error == std::errc::result_out_of_range) {
+    throwExpected("a number that 64 bits of floating point can hold", position, end);
+  }
+  skip(position, static_cast<std::size_t>(stop - rest.data()));
+  return value;
+}
+
 bool sequenceToValue(It& position, It const& end, bool*) {
   skipSpace(position, end);
   for (bool const value : {true, false}) {

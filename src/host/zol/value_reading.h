@@ -7,6 +7,7 @@
 #pragma once
 
 #include <concepts>
+#include <limits>
 #include <type_traits>
 #include <typeinfo>
 
@@ -32,8 +33,25 @@ inline String8 sequenceToValue(String8::IteratorConst& position, String8::Iterat
 }
 ZOL_EXPORT long long sequenceToValue(String8::IteratorConst& position,
                                      String8::IteratorConst const& end, long long*);
+inline Name sequenceToValue(String8::IteratorConst& position, String8::IteratorConst const& end,
+                            Name*) {
+  return quotedAt(position, end);
+}
 ZOL_EXPORT bool sequenceToValue(String8::IteratorConst& position, String8::IteratorConst const& end,
                                 bool*);
+
+// A decimal number from 0 to `most`, which is at most 2^32 - 1.
+[[nodiscard]] ZOL_EXPORT long long numberUpTo(String8::IteratorConst& position,
+                                              String8::IteratorConst const& end, long long most);
+template <std::unsigned_integral Number>
+requires(!std::same_as<Number, bool> && sizeof(Number) <= 4)  //
+    Number
+    sequenceToValue(String8::IteratorConst& position, String8::IteratorConst const& end, Number*) {
+  return static_cast<Number>(numberUpTo(position, end, std::numeric_limits<Number>::max()));
+}
+// A floating-point number as `numberText` writes it, or in any other decimal form.
+[[nodiscard]] ZOL_EXPORT double floatingAt(String8::IteratorConst& position,
+                                           String8::IteratorConst const& end);
 
 // The entity that a text as of `valueToStrepOfRawPtr` refers to, which must stand below a root in a
 // directory (`Dir`) and be of the class that the text names, or of one derived from it. Null for

@@ -2,7 +2,10 @@
 
 #include <cxxabi.h>
 
+#include <charconv>
+#include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 
 #include "host/zol/entity.h"
@@ -57,6 +60,13 @@ String8 valueToStrep(String8 const& value) {
 String8 valueToStrep(Name const& value) { return valueToStrep(static_cast<String8 const&>(value)); }
 
 String8 valueToStrep(unsigned long long value) { return std::to_string(value); }
+
+String8 numberText(double value) {
+  if (std::isnan(value)) return "nan";
+  char text[32];
+  auto const [end, error] = std::to_chars(std::begin(text), std::end(text), value);
+  return error == std::errc() ? std::string(text, end) : std::string();
+}
 
 String8 valueToStrepOfRawPtr(PtrInterface const* object, std::type_info const& type) {
   if (!object) return "Entity('" + classNameOf(type) + "', None)";

@@ -15,6 +15,8 @@ namespace Zol {
 ZOL_EXPORT String8 valueToStrep(String8 const& value);
 ZOL_EXPORT String8 valueToStrep(Name const& value);
 ZOL_EXPORT String8 valueToStrep(unsigned long long value);
+// The shortest decimal text from which the number can be read back exactly: "0.85", "-inf", "nan".
+ZOL_EXPORT String8 numberText(double value);
 // "True" or "False". A template, so that no pointer or number becomes a bool on its way here.
 template <std::same_as<bool> Bool>
 String8 valueToStrep(Bool value) {

@@ -13,15 +13,14 @@ namespace Zol {
 
 // Bits of an adapter's flag word.
 enum StreamFlag : unsigned int {
-  flagOutReadOnly = 0x4,        // outbound changes are refused
-  flagInReadOnly = 0x8,         // inbound updates are refused
-  flagApplying = 0x10,          // an inbound message is being applied: its reaction is silent
-  flagStale = 0x20,             // awaits confirmation in a resynchronisation
-  flagWeak = 0x40,              // does not keep its entity alive
-  flagMuted = 0x100,            // no output
-  flagQuiet = 0x2000,           // reactions return at once
-  flagWasRegistered = 0x80000,  // was in the list when notification was switched off
-  flagNoFlowOut = 0x100000,     // has no `FlowOut`
+  flagOutReadOnly = 0x4,     // outbound changes are refused
+  flagInReadOnly = 0x8,      // inbound updates are refused
+  flagApplying = 0x10,       // an inbound message is being applied: its reaction is silent
+  flagStale = 0x20,          // awaits confirmation in a resynchronisation
+  flagWeak = 0x40,           // does not keep its entity alive
+  flagMuted = 0x100,         // no output
+  flagQuiet = 0x2000,        // reactions return at once
+  flagNoFlowOut = 0x100000,  // has no `FlowOut`
   flagScheduledFlowOut = 0x400000,
   flagAnnounced = 0x2000000,    // of a parent: its children need no announcement
   flagStreaming = 0x4000000,    // output is wanted

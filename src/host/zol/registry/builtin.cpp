@@ -1,5 +1,6 @@
 #include "host/zol/registry/builtin.h"
 
+#include "host/zol/generic/value_generic_if.h"
 #include "host/zol/registry/model_type.h"
 
 namespace Zol {
@@ -21,7 +22,7 @@ constexpr std::string_view kFullName<unsigned int> = "U32";
 
 template <class T>
 ZolType* Builtin<T>::_fwkType() {
-  static ZolType* const type = ModelType::value(kFullName<T>, sizeof(T)).type();
+  static ZolType* const type = makeValueType<T>(kFullName<T>).type();
   return type;
 }
 
@@ -32,7 +33,7 @@ template class Builtin<unsigned int>;
 template class Builtin<String8>;
 
 ZolType* Name::_fwkType() {
-  static ZolType* const type = ModelType::value("Zol::Name", sizeof(Name)).type();
+  static ZolType* const type = makeValueType<Name>("Zol::Name").type();
   return type;
 }
 

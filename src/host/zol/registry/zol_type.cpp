@@ -3,6 +3,9 @@
 #include <functional>
 #include <unordered_map>
 
+#include "host/zol/generic/generic_if_entity.h"
+#include "host/zol/value_reading.h"
+
 namespace Zol {
 
 namespace {
@@ -19,7 +22,8 @@ std::unordered_map<Name, ZolType*, NameHash>& typeNodes() {
 }
 
 [[noreturn]] void throwNotMade(ZolType const& type, char const* from) {
-  throwInternalException(type.fullName() + ": no entity of this type can be made from a " + from);
+  throwInternalException(type.fullName() + ": no " + (type.isEntity() ? "entity" : "value") +
+                         " of this type can be made from a " + from);
 }
 
 }  // namespace
@@ -67,6 +71,34 @@ Ptr<Entity> ZolType::newEntity(Ptr<NboAttrLog::In> const&, Zol_BitSet, unsigned 
 void ZolType::childAttrLogIs(Ptr<ZolAttr const> const& attr, Ptr<PtrInterface> const& child,
                              Ptr<NboAttrLog::Out> const& out) const {
   if (base_) base_->childAttrLogIs(attr, child, out);
+}
+
+Ptr<GenericIf> ZolType::genericIf(void const*, bool) const { throwNotMade(*this, "value"); }
+
+Ptr<GenericIf> ZolType::genericIf(GenericIf const*, bool) const { throwNotMade(*this, "list"); }
+
+Ptr<GenericIf> ZolType::genericIf(String8 const& text, bool isConst) const {
+  if (!isEntity_) throwNotMade(*this, "text");
+  Ptr<Entity> const entity = strepToValue<Ptr<Entity>>(text);
+  if (entity && !entity->fwkType()->isA(this)) {
+    throwRangeException(text + " is a " + entity->fwkType()->fullName() + " and no " + fullName());
+  }
+  return genericIf_(entity.get(), isConst);
+}
+
+Ptr<GenericIf> ZolType::genericIf(char const* text, bool isConst) const {
+  return genericIf(String8(text), isConst);
+}
+
+Ptr<GenericIf> ZolType::genericIf_(PtrInterface* object, bool isConst) const {
+  Ptr<Entity> entity(dynamic_cast<Entity*>(object));
+  if (entity && !entity->fwkType()->isA(this)) entity = nullptr;
+  return new GenericIfEntity(entity, isConst, const_cast<ZolType*>(this));
+}
+
+Ptr<GenericIf> ZolType::genericIf(PtrInterface* object, bool isConst) {
+  ZolType const* const type = object ? object->fwkType() : Entity::_fwkType();
+  return type->genericIf_(object, isConst);
 }
 
 bool ZolType::typeFlagsDoEmbeddedWriteConstraints() const {

@@ -25,7 +25,6 @@ class ZOL_EXPORT ZolType : public Entity {
   using AttributeQueue = LinkQueue<ZolAttributeQ, std::uint32_t, ZolAttr>;
   using DerivedTypeQueue = LinkQueue<ZolDerivedTypeQ, std::uint32_t, ZolType>;
   using DigestFn = void (*)(Entity const&, Digest&);
-  using ChildFn = Ptr<Entity> (*)(Entity& holder, std::string_view attr, String8 const* key);
   using KeyTextFn = String8 (*)(Entity const&);
 
   // Traits of a type besides its kind.
@@ -59,6 +58,21 @@ class ZOL_EXPORT ZolType : public Entity {
   virtual void childAttrLogIs(Ptr<ZolAttr const> const& attr, Ptr<PtrInterface> const& child,
                               Ptr<NboAttrLog::Out> const& out) const;
 
+  // A generic object with a copy of the value, which must be of this type; of the type's default
+  // for null. Throws `InternalException` for a type that is no value.
+  [[nodiscard]] virtual Ptr<GenericIf> genericIf(void const* value, bool isConst) const;
+  // A generic object of what the constructor makes of a list of arguments; `isConst` is not used.
+  // Throws `TypeException` for what is no list, for a missing argument with the name of the
+  // parameter, and for one of a wrong type with the name of that; `UnknownArgException` for one too
+  // many; `InternalException` for a type that is not made from a list.
+  [[nodiscard]] virtual Ptr<GenericIf> genericIf(GenericIf const* list, bool isConst) const;
+  // A generic object of the value that the text stands for, or over the entity that it refers to.
+  // Throws `RangeException` for another text, `InternalException` for a type without a text form.
+  [[nodiscard]] virtual Ptr<GenericIf> genericIf(String8 const& text, bool isConst) const;
+  // A generic object of this type over the entity; over no entity for null and for an object of
+  // another class.
+  [[nodiscard]] virtual Ptr<GenericIf> genericIf_(PtrInterface* object, bool isConst) const;
+
   // Registration. Nothing of this is for use after a type has been registered.
   [[nodiscard]] virtual bool typeFlagsDoEmbeddedWriteConstraints() const;
   virtual void sizeIs(std::size_t size);
@@ -80,6 +94,10 @@ class ZOL_EXPORT ZolType : public Entity {
                               Ptr<ZolAttr> const& redefined, AttrFlags flags, AttributeId id);
   // Takes the attribute out of the directory and the queue; nothing for a name that is not there.
   virtual void attrDel(Name const& name);
+
+  // A generic object of the entity's own class; over no entity for null.
+  [[nodiscard]] static Ptr<GenericIf> genericIf(PtrInterface* object, bool isConst);
+  [[nodiscard]] Ptr<GenericIf> genericIf(char const* text, bool isConst) const;
 
   [[nodiscard]] ZolType* baseType() const noexcept { return base_; }
   [[nodiscard]] ZolType* enclosingType() const noexcept { return enclosing_; }
@@ -108,10 +126,6 @@ class ZOL_EXPORT ZolType : public Entity {
   // What adds the replicated state of an entity of this type to a digest; null when nothing does.
   void digestFnIs(DigestFn fn) noexcept { digestFn_ = fn; }
   [[nodiscard]] DigestFn digestFn() const noexcept { return digestFn_; }
-  // What finds a child that an entity of this type owns under an attribute: null for one that is
-  // not there. `key` is null for an attribute without keys.
-  void childFnIs(ChildFn fn) noexcept { childFn_ = fn; }
-  [[nodiscard]] ChildFn childFn() const noexcept { return childFn_; }
   // What gives the key, as a text, under which a holder keeps an entity of this type; null when
   // that is the entity's name.
   void keyTextFnIs(KeyTextFn fn) noexcept { keyTextFn_ = fn; }
@@ -137,7 +151,6 @@ class ZOL_EXPORT ZolType : public Entity {
   bool isEntity_ = false;
   bool hasGenericIfSupport_ = false;
   DigestFn digestFn_ = nullptr;
-  ChildFn childFn_ = nullptr;
   KeyTextFn keyTextFn_ = nullptr;
   Ptr<ZolAttr> valAttr_;
   std::unique_ptr<Content> content_;

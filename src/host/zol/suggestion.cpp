@@ -1,12 +1,12 @@
 // Edit distance over names, letters of either case being equal.
-#include "railseq/wording.h"
+#include "host/zol/suggestion.h"
 
 #include <algorithm>
 #include <cctype>
 #include <numeric>
 #include <utility>
 
-namespace RailSeq {
+namespace Zol {
 
 namespace {
 
@@ -65,8 +65,4 @@ std::string suggestion(std::string_view name, std::vector<std::string> const& na
   return alternatives(near.empty() ? names : near);
 }
 
-std::string counted(std::size_t count, std::string const& thing) {
-  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
-}  // namespace RailSeq
+}  // namespace Zol
