@@ -17,8 +17,11 @@ class ZOL_EXPORT ControllerConfig::GenericIf_
       : public Zol::ReactorAdapter<ControllerConfig::Notifiee, GenericIf_> {
    public:
     using ReactorAdapter::ReactorAdapter;
+
 #include "host/zol/generic/stamp_generic_forwards.h"
 #include "host/models/power_controller_config.def"
+
+#include "host/zol/generic/stamp_generic_forwards.h"
 #include "schema/controller_config.def"
   };
 

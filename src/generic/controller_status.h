@@ -17,8 +17,11 @@ class ZOL_EXPORT ControllerStatus::GenericIf_
       : public Zol::ReactorAdapter<ControllerStatus::Notifiee, GenericIf_> {
    public:
     using ReactorAdapter::ReactorAdapter;
+
 #include "host/zol/generic/stamp_generic_forwards.h"
 #include "host/models/power_controller_status.def"
+
+#include "host/zol/generic/stamp_generic_forwards.h"
 #include "schema/controller_status.def"
   };
 
