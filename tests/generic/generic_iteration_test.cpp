@@ -3,6 +3,8 @@
 
 #include <set>
 
+#include "support/allocation_count.h"
+
 namespace Hardware::Ucd9012::Test {
 namespace {
 
@@ -86,6 +88,18 @@ TEST_F(Walks, HoldTheirObjectAndEndOnce) {
   EXPECT_FALSE(copy);
   EXPECT_FALSE(holder->attributeIterator_nonNull(copy));
   EXPECT_EQ(keysFrom(holder->attributeIteratorConst(copy.attributeId())), "1 2 3 ");
+}
+
+TEST_F(Walks, AndLookupsOfNamesAllocateNothingAtASingleStep) {
+  auto const it = generic->attributeIteratorConst(parameter);
+  Zol::String8 const known = "epoch";
+  EXPECT_EQ(test::allocationsOf([&] {
+              generic->attributeIterator_iterInc(it);
+              EXPECT_TRUE(generic->attributeIterator_nonNull(it));
+              EXPECT_EQ(generic->attributeId(known), Ucd9012DiagConfig::Id::epoch);
+            }),
+            0u);
+  EXPECT_EQ(test::allocationsOf([&] { auto const copy = it; }), 1u);
 }
 
 TEST(WalksOfEntities, GiveTheMembersOfEveryKindOfCollection) {
