@@ -45,6 +45,11 @@ class ZOL_EXPORT ControllerStatus
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
   // The outcome of the diagnostic command under way, or null.
   [[nodiscard]] Zol::Ptr<Ucd9012DiagStatus> diagCommandStatus() const;
   virtual Zol::Ptr<Ucd9012DiagStatus> diagCommandStatusDel();

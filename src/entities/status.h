@@ -51,6 +51,11 @@ class ZOL_EXPORT Status final : public EntityRules<Zol::AttributeRules<Zol::Enti
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
   // The controllers with a UCD9012.
   [[nodiscard]] Zol::Ptr<Ucd9012ControllerStatus> realUcd9012Controller(Zol::Name name) const;
   Zol::Ptr<Ucd9012ControllerStatus> realUcd9012ControllerDel(Zol::Name name);

@@ -41,6 +41,11 @@ class ZOL_EXPORT Ucd9012DiagConfig final : public EntityRules<Zol::AttributeRule
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
   [[nodiscard]] Ucd9012DiagCommand command() const { return read(command_); }
   void commandIs(Ucd9012DiagCommand value);
 

@@ -35,6 +35,11 @@ class ZOL_EXPORT Ucd9012DiagModeConfig final
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
   // The mode that this entry stands for.
   [[nodiscard]] OperationalMode operationalMode() const { return read(operationalMode_); }
   void operationalModeIs(OperationalMode value);

@@ -36,6 +36,11 @@ class ZOL_EXPORT Ucd9012DiagStatus final : public Zol::AttributeRules<Zol::Entit
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
   [[nodiscard]] Ucd9012DiagResult result() const { return read(result_); }
   void resultIs(Ucd9012DiagResult value);
 

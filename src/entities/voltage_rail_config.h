@@ -42,6 +42,11 @@ class ZOL_EXPORT VoltageRailConfig final : public Zol::AttributeRules<Zol::Entit
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
   // The key under which a controller holds this rail.
   [[nodiscard]] std::uint8_t zolKey() const noexcept { return id_; }
 

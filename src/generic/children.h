@@ -3,19 +3,44 @@
 #pragma once
 
 #include "entities/config.h"
-#include "entities/voltage_rail_config.h"
+#include "entities/status.h"
 #include "host/zol/registry/zol_type.h"
 
 namespace Hardware::Ucd9012 {
 
-[[nodiscard]] Zol::Ptr<Zol::Entity> childOfConfig(Zol::Entity& holder, std::string_view attr,
-                                                  Zol::String8 const* key);
+template <class X>
+[[nodiscard]] Zol::Ptr<Zol::Entity> childOf(Zol::Entity& holder, std::string_view attr,
+                                            Zol::String8 const* key);
 
 // Null for a type that owns no children of its own.
 template <class X>
 inline constexpr Zol::ZolType::ChildFn kChildFn = nullptr;
 template <>
-inline constexpr Zol::ZolType::ChildFn kChildFn<Config> = &childOfConfig;
+Zol::Ptr<Zol::Entity> childOf<Config>(Zol::Entity& holder, std::string_view attr,
+                                      Zol::String8 const* key);
+template <>
+inline constexpr Zol::ZolType::ChildFn kChildFn<Config> = &childOf<Config>;
+template <>
+Zol::Ptr<Zol::Entity> childOf<Status>(Zol::Entity& holder, std::string_view attr,
+                                      Zol::String8 const* key);
+template <>
+inline constexpr Zol::ZolType::ChildFn kChildFn<Status> = &childOf<Status>;
+template <>
+Zol::Ptr<Zol::Entity> childOf<ControllerConfig>(Zol::Entity& holder, std::string_view attr,
+                                                Zol::String8 const* key);
+template <>
+inline constexpr Zol::ZolType::ChildFn kChildFn<ControllerConfig> = &childOf<ControllerConfig>;
+template <>
+Zol::Ptr<Zol::Entity> childOf<ControllerStatus>(Zol::Entity& holder, std::string_view attr,
+                                                Zol::String8 const* key);
+template <>
+inline constexpr Zol::ZolType::ChildFn kChildFn<ControllerStatus> = &childOf<ControllerStatus>;
+template <>
+Zol::Ptr<Zol::Entity> childOf<Ucd9012DiagModeConfig>(Zol::Entity& holder, std::string_view attr,
+                                                     Zol::String8 const* key);
+template <>
+inline constexpr Zol::ZolType::ChildFn kChildFn<Ucd9012DiagModeConfig> =
+    &childOf<Ucd9012DiagModeConfig>;
 
 [[nodiscard]] Zol::String8 keyTextOfRail(Zol::Entity const& rail);
 

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "attrlog/digest.h"
+#include "attrlog/parameters.h"
 #include "generic/children.h"
 #include "host/models/power_controller.h"
 #include "host/zol/registry/type_of.h"
 #include "host/zol/registry/zol_type.h"
 #include "types/all_classes.h"
-#include "types/entity_from_stream.h"
+#include "types/child_adapters.h"
 #include "types/stamp_type_classes.h"
 
 namespace Hardware::Ucd9012 {

@@ -1,6 +1,8 @@
 #include "host/models/dexo_desc.h"
 
-#include "host/zol/registry/model_type.h"
+#include "host/models/parameters.h"
+#include "host/models/stream_type.h"
+#include "host/zol/digest.h"
 
 namespace Hardware {
 
@@ -9,16 +11,23 @@ DexoDesc::~DexoDesc() { dismissNotifiees(); }
 Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
-  static Zol::ZolType* const type =
-      Zol::ModelType::entity("Hardware::DexoDesc", sizeof(DexoDesc), Entity::_fwkType())
-          .arg("name", "Zol::Name")
-          .type();
+  static Zol::ZolType* const type = namedType<DexoDesc>("Hardware::DexoDesc");
   return type;
 }
 
 }  // namespace Hardware
 
 namespace SmbusDexo {
+
+namespace {
+
+void digestDesc(Zol::Entity const& desc, Zol::Digest& digest) {
+  auto const& entity = static_cast<DexoDesc const&>(desc);
+#include "host/zol/stamp/stamp_digest.h"
+#include "host/models/smbus_dexo_desc.def"
+}
+
+}  // namespace
 
 DexoDesc::DexoDesc(Zol::Name name, Zol::Ptr<Hardware::SmbusDevice> const& device,
                    Hardware::LobusAccelId lobusAccelId, Hardware::SmbusId busId,
@@ -45,8 +54,8 @@ Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity("SmbusDexo::DexoDesc", sizeof(DexoDesc),
-                                             Hardware::DexoDesc::_fwkType());
+    auto attributes =
+        Hardware::streamType<DexoDesc>("SmbusDexo::DexoDesc", Hardware::DexoDesc::_fwkType());
     attributes.arg("name", "Zol::Name")
         .arg("device", "Hardware::SmbusDevice")
         .arg("lobusAccelId", "Hardware::LobusAccelId")
@@ -61,6 +70,7 @@ Zol::ZolType* DexoDesc::_fwkType() {
         .arg("smbusAgentId", "Hardware::LobusAgentId");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/smbus_dexo_desc.def"
+    attributes.type()->digestFnIs(&digestDesc);
     return attributes.type();
   }();
   return type;
@@ -135,6 +145,16 @@ Zol::Ptr<DexoDesc> DexoDesc::Notifiee::notifier() const {
 
 namespace I2cDexo {
 
+namespace {
+
+void digestDesc(Zol::Entity const& desc, Zol::Digest& digest) {
+  auto const& entity = static_cast<DexoDesc const&>(desc);
+#include "host/zol/stamp/stamp_digest.h"
+#include "host/models/i2c_dexo_desc.def"
+}
+
+}  // namespace
+
 DexoDesc::DexoDesc(Zol::Name name, unsigned char busId, unsigned char device)
     : Hardware::DexoDesc(std::move(name)), busId_(busId), device_(device) {}
 
@@ -144,11 +164,12 @@ Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity("I2cDexo::DexoDesc", sizeof(DexoDesc),
-                                             Hardware::DexoDesc::_fwkType());
+    auto attributes =
+        Hardware::streamType<DexoDesc>("I2cDexo::DexoDesc", Hardware::DexoDesc::_fwkType());
     attributes.arg("name", "Zol::Name").arg("busId", "U8").arg("device", "U8");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/i2c_dexo_desc.def"
+    attributes.type()->digestFnIs(&digestDesc);
     return attributes.type();
   }();
   return type;

@@ -8,7 +8,7 @@
 namespace Hardware {
 
 // How a device is reached, whatever its bus.
-class ZOL_EXPORT DexoDesc : public Zol::AttributeRules<Zol::Entity> {
+class ZOL_EXPORT DexoDesc : public Zol::AttributeRules<NamedEntity> {
  public:
   class _Type;
 
@@ -63,6 +63,9 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
 
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
   virtual void lobusAccelIdIs(Hardware::LobusAccelId value);
   virtual void busIdIs(Hardware::SmbusId value);
@@ -140,6 +143,9 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
 
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
   static Zol::ZolType* _fwkType();
 

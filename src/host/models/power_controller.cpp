@@ -28,6 +28,12 @@ void digestControllerConfig(Zol::Entity const& controller, Zol::Digest& digest) 
 #include "host/models/power_controller_config.def"
 }
 
+void digestControllerStatus(Zol::Entity const& controller, Zol::Digest& digest) {
+  auto const& entity = static_cast<ControllerStatus const&>(controller);
+#include "host/zol/stamp/stamp_digest.h"
+#include "host/models/power_controller_status.def"
+}
+
 }  // namespace
 
 ControllerConfig::ControllerConfig(
@@ -132,6 +138,7 @@ Zol::ZolType* ControllerStatus::_fwkType() {
     attributes.arg("name", "Zol::Name");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/power_controller_status.def"
+    attributes.type()->digestFnIs(&digestControllerStatus);
     return attributes.type();
   }();
   return type;

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "host/zol/registry/model_type.h"
+#include "host/models/stream_type.h"
 
 namespace Hardware {
 
@@ -102,10 +102,7 @@ Zol::ZolType* _fwkType_SmbusTimeout() {
 }
 
 Zol::ZolType* SmbusDevice::_fwkType() {
-  static Zol::ZolType* const type =
-      Zol::ModelType::entity("Hardware::SmbusDevice", sizeof(SmbusDevice), Entity::_fwkType())
-          .arg("name", "Zol::Name")
-          .type();
+  static Zol::ZolType* const type = namedType<SmbusDevice>("Hardware::SmbusDevice");
   return type;
 }
 

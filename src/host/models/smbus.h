@@ -4,7 +4,7 @@
 #include <iosfwd>
 #include <type_traits>
 
-#include "host/zol/entity.h"
+#include "host/models/named_entity.h"
 
 namespace Hardware {
 
@@ -101,11 +101,11 @@ inline Zol::ZolType* zolTypeOf(std::type_identity<SmbusDelay>) { return _fwkType
 inline Zol::ZolType* zolTypeOf(std::type_identity<SmbusTimeout>) { return _fwkType_SmbusTimeout(); }
 
 // A device on an SMBus.
-class ZOL_EXPORT SmbusDevice : public Zol::Entity {
+class ZOL_EXPORT SmbusDevice : public NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };

@@ -21,9 +21,13 @@ class ZOL_EXPORT Dir final : public Entity {
     explicit Entry(Ptr<Entity> entity) : entity_(std::move(entity)) {}
     ~Entry() override;
     [[nodiscard]] Ptr<Entity> const& entity() const noexcept { return entity_; }
+    // Told by a log that brings the entity: a resynchronisation of it is over.
+    virtual void settledIs(bool value);
+    [[nodiscard]] bool settled() const noexcept { return settled_; }
 
    private:
     Ptr<Entity> entity_;
+    bool settled_ = false;
   };
 
   explicit Dir(Name name);
