@@ -1,11 +1,6 @@
 #include "attrlog/controller_config.h"
 
-#include "attrlog/controller_parameters.h"
-#include "attrlog/enumerators.h"
-#include "host/zol/attrlog/log_stamps.h"
-#include "host/zol/attrlog/make_adapter.h"
-#include "host/zol/reactor_adapter.h"
-#include "schema/attr_cache.h"
+#include "attrlog/access.h"
 
 namespace Hardware::Ucd9012 {
 
@@ -14,11 +9,13 @@ using Sa = ControllerConfig::ZolNboAttrLogSa;
 
 namespace {
 
-constexpr Zol::NboAttrLog::DirtyBit dirtyBit(Zol::AttributeId id) {
-  return Zol::NboAttrLog::DirtyBit::of(1, Model::Id::generationIdReadVoltage, id);
-}
+using Base = Hardware::PowerController::ControllerConfig::ZolNboAttrLogSa;
 
-Zol::ZolAttr const* cachedAttr(Zol::AttributeId id) { return zolCachedAttr<Model>(id); }
+template <Zol::AttributeId id>
+using AccessTo = Access<Sa, Model, 1, Model::Id::generationIdReadVoltage, id>;
+
+#include "host/zol/stamp/stamp_access.h"
+#include "schema/controller_config.def"
 
 constexpr Zol::NboAttrLog::LogRow kRows[] = {
 #include "host/zol/stamp/stamp_log_rows.h"
@@ -27,104 +24,55 @@ constexpr Zol::NboAttrLog::LogRow kRows[] = {
 
 }  // namespace
 
-class ControllerConfig::ZolNboAttrLogSa::ZolNboAttrLogSaAdapter_ final
-    : public Zol::ReactorAdapter<ControllerConfig::Notifiee, ControllerConfig::ZolNboAttrLogSa> {
+class Sa::ZolNboAttrLogSaAdapter_ final : public Zol::ReactorAdapter<Model::Notifiee, Sa> {
  public:
   using ReactorAdapter::ReactorAdapter;
+  using Listener = Model::NotifieeConst;
 #include "host/zol/stamp/stamp_forwards.h"
 #include "schema/controller_config.def"
 };
 
 template <class Chip>
-class ChipAdapter<Chip>::ZolNboAttrLogSaAdapter_ final
-    : public Zol::ReactorAdapter<typename Chip::Notifiee, ControllerConfig::ZolNboAttrLogSa> {
+class ChipConfigAdapter<Chip>::ZolNboAttrLogSaAdapter_ final
+    : public Zol::ReactorAdapter<typename Chip::Notifiee, Sa> {
  public:
-  using Zol::ReactorAdapter<typename Chip::Notifiee,
-                            ControllerConfig::ZolNboAttrLogSa>::ReactorAdapter;
-  using Zol::ReactorAdapter<typename Chip::Notifiee,
-                            ControllerConfig::ZolNboAttrLogSa>::zolReactorAdapter;
+  using Half = Zol::ReactorAdapter<typename Chip::Notifiee, Sa>;
+  using Half::Half;
+  using Half::zolReactorAdapter;
+  using Listener = typename Chip::NotifieeConst;
 #include "host/zol/stamp/stamp_forwards.h"
 #include "schema/controller_config.def"
 };
 
 // The base model's rows come from its own library, so the chain is joined at first use.
 Zol::NboAttrLog::LogLevel const& Sa::level() {
-  static Zol::NboAttrLog::LogLevel const theLevel{
-      kRows, &Hardware::PowerController::ControllerConfig::ZolNboAttrLogSa::level()};
+  static Zol::NboAttrLog::LogLevel const theLevel{kRows, &Base::level()};
   return theLevel;
 }
 
-Sa::ZolNboAttrLogSa(Zol_BitSet flags, Zol::Ptr<ControllerConfig> const& entity, unsigned int n,
+Sa::ZolNboAttrLogSa(Zol_BitSet flags, Zol::Ptr<Model> const& entity, unsigned int n,
                     Zol::Ptr<Zol::NboAttrLog::Out> const& out, Zol::PtrInterface* msgChannelEntry)
-    : Hardware::PowerController::ControllerConfig::ZolNboAttrLogSa(
-          flags, Zol::Ptr<Hardware::PowerController::ControllerConfig>(entity), n, out,
-          msgChannelEntry) {
-  levelIs(entity.get(), new ZolNboAttrLogSaAdapter_(this, entity.get()));
+    : Base(flags, Zol::Ptr<Hardware::PowerController::ControllerConfig>(entity), n, out,
+           msgChannelEntry) {
+  levelIs(entity.get(), new ZolNboAttrLogSaAdapter_(this, entity.get()), level());
 }
 
-Sa::~ZolNboAttrLogSa() = default;
-
-Zol::AttributeId Sa::handleAttrFlowOut(Zol::AttributeId id) { return flowOutFrom(level(), id); }
-
-void Sa::freeResyncState(Zol::Ptr<Zol::NboAttrLog::FlowOut> const& flow) {
-  freeState(level(), *flow);
-}
-
-void Sa::doSerializeOrphan() {
-  orphanIs([this](Zol::OutPtr const& out) { writeControllerParameters(out, *entity()); });
-}
-
-void Sa::handleAttrDeserialization(Zol::AttributeId id, DeserializationOptions options,
-                                   unsigned int size, Zol::Ptr<Zol::NboAttrLog::In> const& in) {
-  messageIs(level(), id, options, size, in);
-}
-
-Zol::Ptr<Zol::NboAttrLog::FlowOut> Sa::flowOutIs(Zol::Ptr<Zol::NboAttrLog::Out> const& out,
-                                                 Zol::ConnectDesc const& desc, bool flag,
-                                                 Zol::AttributeId start) {
-  return new FlowOut(level(), out, this, desc, flag, start);
-}
-
-void Sa::doNotification(Zol::AttributeId id, void* key) { notificationIs(level(), id, key); }
+void Sa::doSerializeOrphan() { orphanIs(&Zol::NboAttrLog::Parameters<Model>::write); }
 
 #include "host/zol/stamp/stamp_reactions.h"
 #include "schema/controller_config.def"
 
 template <class Chip>
-ChipAdapter<Chip>::ChipAdapter(Zol_BitSet flags, Zol::Ptr<Chip> const& entity, unsigned int n,
-                               Zol::Ptr<Zol::NboAttrLog::Out> const& out,
-                               Zol::PtrInterface* msgChannelEntry)
-    : ControllerConfig::ZolNboAttrLogSa(flags, Zol::Ptr<ControllerConfig>(entity), n, out,
-                                        msgChannelEntry) {
-  levelIs(entity.get(), new ZolNboAttrLogSaAdapter_(this, entity.get()));
+ChipConfigAdapter<Chip>::ChipConfigAdapter(Zol_BitSet flags, Zol::Ptr<Chip> const& entity,
+                                           unsigned int n,
+                                           Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+                                           Zol::PtrInterface* msgChannelEntry)
+    : Sa(flags, Zol::Ptr<Model>(entity), n, out, msgChannelEntry) {
+  levelIs(entity.get(), new ZolNboAttrLogSaAdapter_(this, entity.get()), level());
 }
 
-template class ChipAdapter<Ucd9012ControllerConfig>;
-template class ChipAdapter<Ucd9032ControllerConfig>;
-template class ChipAdapter<PsocControllerConfig>;
-
-Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> ControllerConfig::zolNboAttrLogSaIs(
-    Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
-    Zol::PtrInterface* msgChannelEntry) {
-  return Zol::adapterIs(*this, flags, n, out, msgChannelEntry);
-}
-
-Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> Ucd9012ControllerConfig::zolNboAttrLogSaIs(
-    Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
-    Zol::PtrInterface* msgChannelEntry) {
-  return Zol::adapterIs(*this, flags, n, out, msgChannelEntry);
-}
-
-Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> Ucd9032ControllerConfig::zolNboAttrLogSaIs(
-    Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
-    Zol::PtrInterface* msgChannelEntry) {
-  return Zol::adapterIs(*this, flags, n, out, msgChannelEntry);
-}
-
-Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> PsocControllerConfig::zolNboAttrLogSaIs(
-    Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
-    Zol::PtrInterface* msgChannelEntry) {
-  return Zol::adapterIs(*this, flags, n, out, msgChannelEntry);
-}
+template class ChipConfigAdapter<Ucd9012ControllerConfig>;
+template class ChipConfigAdapter<Ucd9032ControllerConfig>;
+template class ChipConfigAdapter<PsocControllerConfig>;
 
 }  // namespace Hardware::Ucd9012

@@ -6,8 +6,8 @@
 
 namespace Hardware::Ucd9012 {
 
-[[nodiscard]] inline OperationalMode enumeratorOf(unsigned int number, OperationalMode) {
-  return OperationalModeInstance(number);
-}
+#define ZOL_ENUM_TYPE(E) \
+  [[nodiscard]] inline E enumeratorOf(unsigned number, E) { return E##Instance(number); }
+#include "schema/types.def"
 
 }  // namespace Hardware::Ucd9012

@@ -37,6 +37,7 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
   class _Type;
   class ZolNboAttrLogSa;
 
+  // A collection of controllers with one chip, by name.
   template <class Controller>
   using Controllers = Zol::HashMap<Controller, Zol::Name, Controller>;
 
@@ -58,6 +59,7 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
     };
   };
 
+  // A root without members and without a parent, as of `configFactory`.
   explicit Config(Zol::Name name);
   // Takes out all members that it owns first, and tells of each.
   ~Config() override;

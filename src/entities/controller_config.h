@@ -217,9 +217,11 @@ class ZOL_EXPORT ControllerConfig
   [[nodiscard]] bool configReady() const { return read(configReady_); }
   virtual void configReadyIs(bool value);
 
+  // The name of the controller's model.
   [[nodiscard]] Zol::String8 modelName() const { return read(modelName_); }
   virtual void modelNameIs(Zol::String8 value);
 
+  // A description for people.
   [[nodiscard]] Zol::String8 description() const { return read(description_); }
   virtual void descriptionIs(Zol::String8 value);
 

@@ -20,6 +20,8 @@ Zol::String8 ControllerStatus::attributeString(Zol::AttributeId id) const {
   }
 }
 
+bool ControllerStatus::zolHasAttrLogInterface() const { return true; }
+
 void ControllerStatus::operationalModeIs(OperationalMode value) {
   assign(operationalMode_, value, Id::operationalMode, &NotifieeConst::onOperationalMode);
 }

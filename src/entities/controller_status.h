@@ -37,6 +37,7 @@ class ZOL_EXPORT ControllerStatus
 
   using DiagModeStatusMap = Zol::HashMap<Ucd9012DiagStatus, Zol::Name, Ucd9012DiagStatus>;
 
+  // A controller about which nothing has been reported yet.
   explicit ControllerStatus(Zol::Name name);
   // Takes out all children first, and tells of each.
   ~ControllerStatus() override;
@@ -44,6 +45,11 @@ class ZOL_EXPORT ControllerStatus
   static Zol::ZolType* _fwkType();
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
   // The outcome of the diagnostic command under way, or null.
   [[nodiscard]] Zol::Ptr<Ucd9012DiagStatus> diagCommandStatus() const;

@@ -21,6 +21,9 @@ class ZOL_EXPORT PsocControllerStatus final : public ControllerStatus {
 
   static Zol::ZolType* _fwkType();
   [[nodiscard]] Zol::ZolType* fwkType() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
  private:
   friend class Zol::HashMap<PsocControllerStatus, Zol::Name, PsocControllerStatus>;

@@ -24,6 +24,8 @@ Zol::String8 Status::attributeString(Zol::AttributeId id) const {
   }
 }
 
+bool Status::zolHasAttrLogInterface() const { return true; }
+
 using Self = Status;
 #include "entities/stamp_member_bodies.h"
 #include "schema/status.def"

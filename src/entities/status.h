@@ -23,6 +23,7 @@ class ZOL_EXPORT Status final : public EntityRules<Zol::AttributeRules<Zol::Enti
   class _Type;
   class ZolNboAttrLogSa;
 
+  // A collection of controllers with one chip, by name.
   template <class Controller>
   using Controllers = Zol::HashMap<Controller, Zol::Name, Controller>;
 
@@ -43,6 +44,7 @@ class ZOL_EXPORT Status final : public EntityRules<Zol::AttributeRules<Zol::Enti
     };
   };
 
+  // A root without members and without a parent, as of `statusFactory`.
   explicit Status(Zol::Name name);
   // Takes out all members that it owns first, and tells of each.
   ~Status() override;
@@ -50,6 +52,11 @@ class ZOL_EXPORT Status final : public EntityRules<Zol::AttributeRules<Zol::Enti
   static Zol::ZolType* _fwkType();
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
   // The controllers with a UCD9012.
   [[nodiscard]] Zol::Ptr<Ucd9012ControllerStatus> realUcd9012Controller(Zol::Name name) const;

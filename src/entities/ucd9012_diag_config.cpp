@@ -17,6 +17,8 @@ Zol::String8 Ucd9012DiagConfig::attributeString(Zol::AttributeId id) const {
   }
 }
 
+bool Ucd9012DiagConfig::zolHasAttrLogInterface() const { return true; }
+
 void Ucd9012DiagConfig::commandIs(Ucd9012DiagCommand value) {
   assign(command_, value, Id::command, &NotifieeConst::onCommand);
 }

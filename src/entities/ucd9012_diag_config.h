@@ -34,6 +34,7 @@ class ZOL_EXPORT Ucd9012DiagConfig final : public EntityRules<Zol::AttributeRule
   };
   using ParameterMap = Zol::RbTreeMap<ZolParameter, std::uint32_t, Zol::String8>;
 
+  // The command is `commandNoop`, without parameters, and the epoch 0.
   explicit Ucd9012DiagConfig(Zol::Name name);
   ~Ucd9012DiagConfig() override;
 
@@ -41,6 +42,12 @@ class ZOL_EXPORT Ucd9012DiagConfig final : public EntityRules<Zol::AttributeRule
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
+  // What the controller is asked to do.
   [[nodiscard]] Ucd9012DiagCommand command() const { return read(command_); }
   void commandIs(Ucd9012DiagCommand value);
 

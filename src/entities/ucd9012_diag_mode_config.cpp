@@ -20,6 +20,8 @@ Zol::String8 Ucd9012DiagModeConfig::attributeString(Zol::AttributeId id) const {
   }
 }
 
+bool Ucd9012DiagModeConfig::zolHasAttrLogInterface() const { return true; }
+
 void Ucd9012DiagModeConfig::operationalModeIs(OperationalMode value) {
   assign(operationalMode_, value, Id::operationalMode, &NotifieeConst::onOperationalMode);
 }

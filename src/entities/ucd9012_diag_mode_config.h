@@ -27,6 +27,7 @@ class ZOL_EXPORT Ucd9012DiagModeConfig final
     };
   };
 
+  // The mode is `modeNormal`, and there is no command.
   explicit Ucd9012DiagModeConfig(Zol::Name name);
   // Takes out the command first, and tells of it.
   ~Ucd9012DiagModeConfig() override;
@@ -34,6 +35,11 @@ class ZOL_EXPORT Ucd9012DiagModeConfig final
   static Zol::ZolType* _fwkType();
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
   // The mode that this entry stands for.
   [[nodiscard]] OperationalMode operationalMode() const { return read(operationalMode_); }

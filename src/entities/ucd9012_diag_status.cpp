@@ -17,6 +17,8 @@ Zol::String8 Ucd9012DiagStatus::attributeString(Zol::AttributeId id) const {
   }
 }
 
+bool Ucd9012DiagStatus::zolHasAttrLogInterface() const { return true; }
+
 void Ucd9012DiagStatus::resultIs(Ucd9012DiagResult value) {
   assign(result_, value, Id::result, &NotifieeConst::onResult);
 }

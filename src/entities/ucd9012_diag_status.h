@@ -29,6 +29,7 @@ class ZOL_EXPORT Ucd9012DiagStatus final : public Zol::AttributeRules<Zol::Entit
     };
   };
 
+  // The result is `success`, without data, and the epoch 0.
   explicit Ucd9012DiagStatus(Zol::Name name);
   ~Ucd9012DiagStatus() override;
 
@@ -36,6 +37,12 @@ class ZOL_EXPORT Ucd9012DiagStatus final : public Zol::AttributeRules<Zol::Entit
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
+  // How the command ended.
   [[nodiscard]] Ucd9012DiagResult result() const { return read(result_); }
   void resultIs(Ucd9012DiagResult value);
 

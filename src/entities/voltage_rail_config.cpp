@@ -25,6 +25,8 @@ Zol::String8 VoltageRailConfig::attributeString(Zol::AttributeId id) const {
   }
 }
 
+bool VoltageRailConfig::zolHasAttrLogInterface() const { return true; }
+
 void VoltageRailConfig::overrideVoutUvLimitIs(Units::Volts const& value) {
   assign(overrideVoutUvLimit_, value, Id::overrideVoutUvLimit,
          &NotifieeConst::onOverrideVoutUvLimit);

@@ -42,15 +42,22 @@ class ZOL_EXPORT VoltageRailConfig final : public Zol::AttributeRules<Zol::Entit
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
 
+  [[nodiscard]] bool zolHasAttrLogInterface() const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
+
   // The key under which a controller holds this rail.
   [[nodiscard]] std::uint8_t zolKey() const noexcept { return id_; }
 
   // The number of the rail in its controller.
   [[nodiscard]] std::uint8_t id() const { return read(id_); }
+  // The configuration of the rail in the environment model, as given at construction.
   [[nodiscard]] Zol::Ptr<Environment::Power::VoltageRailConfig> const& voltageRailEnvConfig()
       const {
     return read(voltageRailEnvConfig_);
   }
+  // The status of the rail in the environment model, as given at construction.
   [[nodiscard]] Zol::Ptr<Environment::Power::VoltageRailStatus> const& voltageRailEnvStatus()
       const {
     return read(voltageRailEnvStatus_);

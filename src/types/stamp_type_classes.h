@@ -22,13 +22,18 @@
   using ZolType::genericIf;                                                                     \
   Zol::Ptr<Zol::Entity> newEntity(Zol::Ptr<Zol::NboAttrLog::In> const& in, Zol_BitSet,          \
                                   unsigned int, Zol::PtrInterface*) const override {            \
-    return entityFromStream<X>(*in);                                                            \
+    return Zol::NboAttrLog::entityFromStream<X>(*in);                                           \
   }                                                                                             \
   Zol::Ptr<Zol::GenericIf> genericIf(Zol::String8 const& text, bool isConst) const override {   \
     return Zol::genericEntity<X>(text, isConst);                                                \
   }                                                                                             \
   Zol::Ptr<Zol::GenericIf> genericIf_(Zol::PtrInterface* object, bool isConst) const override { \
     return Zol::genericEntity<X>(object, isConst);                                              \
+  }                                                                                             \
+  void childAttrLogIs(Zol::Ptr<Zol::ZolAttr const> const& attr,                                 \
+                      Zol::Ptr<Zol::PtrInterface> const& child,                                 \
+                      Zol::Ptr<Zol::NboAttrLog::Out> const& out) const override {               \
+    if (!childAnnounced<X>(*attr, child.get(), out)) ZolType::childAttrLogIs(attr, child, out); \
   }
 
 #define ZOL_ENTITY_TYPE(X, Base)               \

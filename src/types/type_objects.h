@@ -2,6 +2,7 @@
 #pragma once
 
 #include "attrlog/digest.h"
+#include "attrlog/parameters.h"
 #include "generic/config.h"
 #include "generic/controller_config.h"
 #include "generic/controller_status.h"
@@ -14,7 +15,7 @@
 #include "host/zol/registry/type_of.h"
 #include "host/zol/registry/zol_type.h"
 #include "types/all_classes.h"
-#include "types/entity_from_stream.h"
+#include "types/child_adapters.h"
 #include "types/stamp_type_classes.h"
 
 namespace Hardware::Ucd9012 {

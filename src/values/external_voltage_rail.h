@@ -19,6 +19,7 @@ class ZOL_EXPORT ExternalVoltageRail {
   class _Type;
 
   ExternalVoltageRail() = default;
+  // Of its attributes, in their order.
   ExternalVoltageRail(std::uint8_t railNum, std::uint8_t faultType)
       : railNum_(railNum), faultType_(faultType) {}
   // Reads the record that stands next in a message.
@@ -29,6 +30,7 @@ class ZOL_EXPORT ExternalVoltageRail {
   ExternalVoltageRail(Zol::String8::IteratorConst& position,
                       Zol::String8::IteratorConst const& end);
 
+  // The number of the rail, 0 to 255.
   [[nodiscard]] std::uint8_t railNum() const { return railNum_; }
   // A bare number, defined by those who fill it.
   [[nodiscard]] std::uint8_t faultType() const { return faultType_; }

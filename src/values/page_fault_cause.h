@@ -18,6 +18,7 @@ class ZOL_EXPORT PageFaultCause {
   class _Type;
 
   PageFaultCause() = default;
+  // Of its attributes, in their order.
   PageFaultCause(ReloadCauses reloadCauseKey, std::uint32_t id, std::uint32_t faultMask)
       : reloadCauseKey_(reloadCauseKey), id_(id), faultMask_(faultMask) {}
   // Reads the record that stands next in a message. Throws `RangeException` with the name of the
@@ -28,6 +29,7 @@ class ZOL_EXPORT PageFaultCause {
   // `RangeException`.
   PageFaultCause(Zol::String8::IteratorConst& position, Zol::String8::IteratorConst const& end);
 
+  // The reload cause that the fault bits stand for.
   [[nodiscard]] ReloadCauses reloadCauseKey() const { return reloadCauseKey_; }
   // The number of the source.
   [[nodiscard]] std::uint32_t id() const { return id_; }

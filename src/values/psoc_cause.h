@@ -18,6 +18,7 @@ class ZOL_EXPORT PsocCause {
   class _Type;
 
   PsocCause() = default;
+  // Of its attributes, in their order.
   PsocCause(ReloadCauses reloadCauseKey, std::uint16_t bitNum, bool origin)
       : reloadCauseKey_(reloadCauseKey), bitNum_(bitNum), origin_(origin) {}
   // Reads the record that stands next in a message. Throws `RangeException` with the name of the
@@ -28,7 +29,9 @@ class ZOL_EXPORT PsocCause {
   // `RangeException`.
   PsocCause(Zol::String8::IteratorConst& position, Zol::String8::IteratorConst const& end);
 
+  // The reload cause that the bit stands for.
   [[nodiscard]] ReloadCauses reloadCauseKey() const { return reloadCauseKey_; }
+  // The number of the bit.
   [[nodiscard]] std::uint16_t bitNum() const { return bitNum_; }
   // A flag that goes with the bit; nothing here reads a meaning into it.
   [[nodiscard]] bool origin() const { return origin_; }

@@ -18,6 +18,7 @@ class ZOL_EXPORT UcdCause {
   class _Type;
 
   UcdCause() = default;
+  // Of its attributes, in their order.
   UcdCause(ReloadCauses reloadCauseKey, CauseType type, std::uint32_t id, bool isRemote)
       : reloadCauseKey_(reloadCauseKey), type_(type), id_(id), isRemote_(isRemote) {}
   // Reads the record that stands next in a message. Throws `RangeException` with the name of the
@@ -28,10 +29,13 @@ class ZOL_EXPORT UcdCause {
   // `RangeException`.
   UcdCause(Zol::String8::IteratorConst& position, Zol::String8::IteratorConst const& end);
 
+  // The reload cause that the input stands for.
   [[nodiscard]] ReloadCauses reloadCauseKey() const { return reloadCauseKey_; }
+  // The kind of the input.
   [[nodiscard]] CauseType type() const { return type_; }
   // The number of the input within its kind.
   [[nodiscard]] std::uint32_t id() const { return id_; }
+  // True for a remote cause.
   [[nodiscard]] bool isRemote() const { return isRemote_; }
 
   [[nodiscard]] virtual Zol::ZolType* fwkType() const;

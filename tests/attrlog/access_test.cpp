@@ -127,7 +127,7 @@ TEST_F(Access, aReadOnlyReplicaIsHandedOnReadOnly) {
 }
 
 TEST_F(Access, aMountIsRefusedForWhatIsNotReplicatedOrIsAlready) {
-  EXPECT_THROW(peer.connection->mountIs(new Hardware::Gpio::PinConfig("pin")), Zol::RangeException);
+  EXPECT_THROW(peer.connection->mountIs(new Zol::Dir("dir")), Zol::RangeException);
   EXPECT_THROW(peer.connection->mountIs(main), Zol::RangeException);
   ConnectionOptions options;
   options.ownName = std::string(256, 'n');

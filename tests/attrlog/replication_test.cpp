@@ -273,7 +273,11 @@ TEST_F(Replication, twoReplicasAndAChainHoldTheSameTree) {
 }
 
 TEST_F(Replication, aReferenceThatIsNotReplicatedArrivesAsNullAndIsCounted) {
-  Zol::Ptr<Hardware::DexoDesc> const descriptor(new Hardware::DexoDesc("bus"));
+  struct LocalDesc : Hardware::DexoDesc {
+    using DexoDesc::DexoDesc;
+    [[nodiscard]] bool zolHasAttrLogInterface() const override { return false; }
+  };
+  Zol::Ptr<Hardware::DexoDesc> const descriptor(new LocalDesc("bus"));
   config->realUcd9032ControllerIs("wired", "c", descriptor, nullptr, nullptr);
   pair.mount(config);
   ASSERT_TRUE(pair.mirror()->realUcd9032Controller("wired"));

@@ -1,8 +1,10 @@
 #include "host/models/dexo_desc.h"
 
 #include "host/models/dexo_desc_generic.h"
+#include "host/models/parameters.h"
+#include "host/models/stream_type.h"
+#include "host/zol/digest.h"
 #include "host/zol/generic/entity_type.h"
-#include "host/zol/registry/model_type.h"
 
 namespace Hardware {
 
@@ -11,16 +13,23 @@ DexoDesc::~DexoDesc() { dismissNotifiees(); }
 Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
-  static Zol::ZolType* const type =
-      Zol::ModelType::entity("Hardware::DexoDesc", sizeof(DexoDesc), Entity::_fwkType())
-          .arg("name", "Zol::Name")
-          .type();
+  static Zol::ZolType* const type = namedType<DexoDesc>("Hardware::DexoDesc");
   return type;
 }
 
 }  // namespace Hardware
 
 namespace SmbusDexo {
+
+namespace {
+
+void digestDesc(Zol::Entity const& desc, Zol::Digest& digest) {
+  auto const& entity = static_cast<DexoDesc const&>(desc);
+#include "host/zol/stamp/stamp_digest.h"
+#include "host/models/smbus_dexo_desc.def"
+}
+
+}  // namespace
 
 DexoDesc::DexoDesc(Zol::Name name, Zol::Ptr<Hardware::SmbusDevice> const& device,
                    Hardware::LobusAccelId lobusAccelId, Hardware::SmbusId busId,
@@ -47,9 +56,9 @@ Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity(
-        "SmbusDexo::DexoDesc", sizeof(DexoDesc), Hardware::DexoDesc::_fwkType(),
-        new Zol::EntityType<DexoDesc>("DexoDesc", Hardware::DexoDesc::_fwkType()));
+    using Type = Zol::EntityType<DexoDesc, Zol::NboAttrLog::StreamType<DexoDesc>>;
+    auto attributes =
+        Hardware::streamType<DexoDesc, Type>("SmbusDexo::DexoDesc", Hardware::DexoDesc::_fwkType());
     attributes.arg("name", "Zol::Name")
         .arg("device", "Hardware::SmbusDevice")
         .arg("lobusAccelId", "Hardware::LobusAccelId")
@@ -64,6 +73,7 @@ Zol::ZolType* DexoDesc::_fwkType() {
         .arg("smbusAgentId", "Hardware::LobusAgentId");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/smbus_dexo_desc.def"
+    attributes.type()->digestFnIs(&digestDesc);
     return attributes.type();
   }();
   return type;
@@ -138,6 +148,16 @@ Zol::Ptr<DexoDesc> DexoDesc::Notifiee::notifier() const {
 
 namespace I2cDexo {
 
+namespace {
+
+void digestDesc(Zol::Entity const& desc, Zol::Digest& digest) {
+  auto const& entity = static_cast<DexoDesc const&>(desc);
+#include "host/zol/stamp/stamp_digest.h"
+#include "host/models/i2c_dexo_desc.def"
+}
+
+}  // namespace
+
 DexoDesc::DexoDesc(Zol::Name name, unsigned char busId, unsigned char device)
     : Hardware::DexoDesc(std::move(name)), busId_(busId), device_(device) {}
 
@@ -147,12 +167,13 @@ Zol::ZolType* DexoDesc::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* DexoDesc::_fwkType() {
   static Zol::ZolType* const type = [] {
-    auto attributes = Zol::ModelType::entity(
-        "I2cDexo::DexoDesc", sizeof(DexoDesc), Hardware::DexoDesc::_fwkType(),
-        new Zol::EntityType<DexoDesc>("DexoDesc", Hardware::DexoDesc::_fwkType()));
+    using Type = Zol::EntityType<DexoDesc, Zol::NboAttrLog::StreamType<DexoDesc>>;
+    auto attributes =
+        Hardware::streamType<DexoDesc, Type>("I2cDexo::DexoDesc", Hardware::DexoDesc::_fwkType());
     attributes.arg("name", "Zol::Name").arg("busId", "U8").arg("device", "U8");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/i2c_dexo_desc.def"
+    attributes.type()->digestFnIs(&digestDesc);
     return attributes.type();
   }();
   return type;

@@ -8,7 +8,7 @@
 namespace Hardware {
 
 // How a device is reached, whatever its bus.
-class ZOL_EXPORT DexoDesc : public Zol::AttributeRules<Zol::Entity> {
+class ZOL_EXPORT DexoDesc : public Zol::AttributeRules<NamedEntity> {
  public:
   class _Type;
 
@@ -49,21 +49,34 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
            Hardware::SmbusTimeout busTimeout, Hardware::LobusAgentId smbusAgentId);
   ~DexoDesc() override;
 
+  // The device that is reached.
   [[nodiscard]] Zol::Ptr<Hardware::SmbusDevice> const& device() const { return read(device_); }
+  // The accelerator that serves the bus.
   [[nodiscard]] Hardware::LobusAccelId lobusAccelId() const { return read(lobusAccelId_); }
+  // The bus behind the accelerator.
   [[nodiscard]] Hardware::SmbusId busId() const { return read(busId_); }
+  // The address of the device on the bus.
   [[nodiscard]] Hardware::SmbusDeviceId deviceId() const { return read(deviceId_); }
+  // The size of the register address that a transfer begins with.
   [[nodiscard]] Hardware::SmbusAddrSize addrSize() const { return read(addrSize_); }
   // A read writes the register address without a stop and then reads at the current place.
   [[nodiscard]] bool writeNoStopReadCurrent() const { return read(writeNoStopReadCurrent_); }
+  // The pause behind a write.
   [[nodiscard]] Hardware::SmbusDelay writeDelay() const { return read(writeDelay_); }
+  // The pause behind a read.
   [[nodiscard]] Hardware::SmbusDelay readDelay() const { return read(readDelay_); }
+  // A switch for further pauses; nothing here reads a meaning into it.
   [[nodiscard]] bool bug30005ExtraDelays() const { return read(bug30005ExtraDelays_); }
+  // How long the device may hold the bus.
   [[nodiscard]] Hardware::SmbusTimeout busTimeout() const { return read(busTimeout_); }
+  // The agent that drives the bus.
   [[nodiscard]] Hardware::LobusAgentId smbusAgentId() const { return read(smbusAgentId_); }
 
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
   virtual void lobusAccelIdIs(Hardware::LobusAccelId value);
   virtual void busIdIs(Hardware::SmbusId value);
@@ -133,15 +146,20 @@ class ZOL_EXPORT DexoDesc : public Hardware::DexoDesc {
     };
   };
 
+  // The arguments are stored as given.
   DexoDesc(Zol::Name name, unsigned char busId, unsigned char device);
   ~DexoDesc() override;
 
+  // The number of the bus, 0 to 255.
   [[nodiscard]] unsigned char busId() const { return read(busId_); }
   // The address of the device on the bus.
   [[nodiscard]] unsigned char device() const { return read(device_); }
 
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   [[nodiscard]] Zol::String8 attributeString(Zol::AttributeId id) const override;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* msgChannelEntry) override;
 
   static Zol::ZolType* _fwkType();
 

@@ -30,6 +30,12 @@ void digestControllerConfig(Zol::Entity const& controller, Zol::Digest& digest) 
 #include "host/models/power_controller_config.def"
 }
 
+void digestControllerStatus(Zol::Entity const& controller, Zol::Digest& digest) {
+  auto const& entity = static_cast<ControllerStatus const&>(controller);
+#include "host/zol/stamp/stamp_digest.h"
+#include "host/models/power_controller_status.def"
+}
+
 }  // namespace
 
 ControllerConfig::ControllerConfig(
@@ -62,7 +68,8 @@ Zol::ZolType* ControllerConfig::_fwkType() {
   static Zol::ZolType* const type = [] {
     auto attributes = Zol::ModelType::entity(
         "Hardware::PowerController::ControllerConfig", sizeof(ControllerConfig), Entity::_fwkType(),
-        new Zol::EntityType<ControllerConfig>("ControllerConfig", Entity::_fwkType()));
+        new Zol::EntityType<ControllerConfig>("ControllerConfig", nullptr, Entity::_fwkType(),
+                                              Zol::ZolType::ZolTypeFlags()));
     attributes.arg("name", "Zol::Name")
         .arg("customerName", "Zol::Name")
         .arg("dexoDesc", "Hardware::DexoDesc")
@@ -152,10 +159,12 @@ Zol::ZolType* ControllerStatus::_fwkType() {
   static Zol::ZolType* const type = [] {
     auto attributes = Zol::ModelType::entity(
         "Hardware::PowerController::ControllerStatus", sizeof(ControllerStatus), Entity::_fwkType(),
-        new Zol::EntityType<ControllerStatus>("ControllerStatus", Entity::_fwkType()));
+        new Zol::EntityType<ControllerStatus>("ControllerStatus", nullptr, Entity::_fwkType(),
+                                              Zol::ZolType::ZolTypeFlags()));
     attributes.arg("name", "Zol::Name");
 #include "host/zol/registry/stamp_attributes.h"
 #include "host/models/power_controller_status.def"
+    attributes.type()->digestFnIs(&digestControllerStatus);
     return attributes.type();
   }();
   return type;

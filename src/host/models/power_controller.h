@@ -51,19 +51,24 @@ class ZOL_EXPORT ControllerConfig : public Zol::AttributeRules<Zol::Entity> {
   // The enumerator of a number; throws `RangeException` "ControllerState" for a number that has
   // none.
   static ControllerState ControllerStateInstance(unsigned int number);
+  // The type object of `ControllerState`.
   static Zol::ZolType* _fwkType_ControllerState();
 
+  // The name that those who use the controller know it by.
   [[nodiscard]] Zol::Name const& customerName() const { return read(customerName_); }
   // How the controller is reached on its bus.
   [[nodiscard]] Zol::Ptr<Hardware::DexoDesc> const& dexoDesc() const { return read(dexoDesc_); }
+  // The pin that resets the controller, as it is set.
   [[nodiscard]] Zol::Ptr<Hardware::Gpio::PinConfig> const& resetGpioPinConfig() const {
     return read(resetGpioPinConfig_);
   }
+  // The same pin, as it is read.
   [[nodiscard]] Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus() const {
     return read(resetGpioPinStatus_);
   }
   // Whether the controller starts its power program by itself.
   [[nodiscard]] bool autoStartPowerProgram() const { return read(autoStartPowerProgram_); }
+  // The state that the controller is wanted in.
   [[nodiscard]] ControllerState controllerState() const { return read(controllerState_); }
 
   [[nodiscard]] Zol::ZolType* fwkType() const override;
@@ -134,15 +139,19 @@ class ZOL_EXPORT ControllerStatus : public Zol::AttributeRules<Zol::Entity> {
     };
   };
 
+  // A controller in state `unknown`, with an empty version.
   explicit ControllerStatus(Zol::Name name);
   ~ControllerStatus() override;
 
   // The enumerator of a number; throws `RangeException` "ControllerState" for a number that has
   // none.
   static ControllerState ControllerStateInstance(unsigned int number);
+  // The type object of `ControllerState`.
   static Zol::ZolType* _fwkType_ControllerState();
 
+  // The state that the controller is in.
   [[nodiscard]] ControllerState controllerState() const { return read(controllerState_); }
+  // The version that the controller reports of itself.
   [[nodiscard]] Zol::String8 const& controllerVersion() const { return read(controllerVersion_); }
 
   [[nodiscard]] Zol::ZolType* fwkType() const override;

@@ -1,32 +1,20 @@
 #include "host/models/siblings.h"
 
-#include "host/zol/registry/model_type.h"
-
-namespace {
-
-// The type of a class of entities that are known by their name alone.
-template <class X>
-Zol::ZolType* namedType(char const* fullName) {
-  return Zol::ModelType::entity(fullName, sizeof(X), Zol::Entity::_fwkType())
-      .arg("name", "Zol::Name")
-      .type();
-}
-
-}  // namespace
+#include "host/models/stream_type.h"
 
 namespace Hardware::Gpio {
 
 Zol::ZolType* PinConfig::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* PinConfig::_fwkType() {
-  static Zol::ZolType* const type = namedType<PinConfig>("Hardware::Gpio::PinConfig");
+  static Zol::ZolType* const type = Hardware::namedType<PinConfig>("Hardware::Gpio::PinConfig");
   return type;
 }
 
 Zol::ZolType* PinStatus::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* PinStatus::_fwkType() {
-  static Zol::ZolType* const type = namedType<PinStatus>("Hardware::Gpio::PinStatus");
+  static Zol::ZolType* const type = Hardware::namedType<PinStatus>("Hardware::Gpio::PinStatus");
   return type;
 }
 
@@ -38,7 +26,7 @@ Zol::ZolType* VoltageRailConfig::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* VoltageRailConfig::_fwkType() {
   static Zol::ZolType* const type =
-      namedType<VoltageRailConfig>("Environment::Power::VoltageRailConfig");
+      Hardware::namedType<VoltageRailConfig>("Environment::Power::VoltageRailConfig");
   return type;
 }
 
@@ -46,7 +34,7 @@ Zol::ZolType* VoltageRailStatus::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* VoltageRailStatus::_fwkType() {
   static Zol::ZolType* const type =
-      namedType<VoltageRailStatus>("Environment::Power::VoltageRailStatus");
+      Hardware::namedType<VoltageRailStatus>("Environment::Power::VoltageRailStatus");
   return type;
 }
 
@@ -57,7 +45,7 @@ namespace EntityMib {
 Zol::ZolType* Sensor::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* Sensor::_fwkType() {
-  static Zol::ZolType* const type = namedType<Sensor>("EntityMib::Sensor");
+  static Zol::ZolType* const type = Hardware::namedType<Sensor>("EntityMib::Sensor");
   return type;
 }
 
@@ -68,7 +56,7 @@ namespace Fru {
 Zol::ZolType* Gpo::fwkType() const { return _fwkType(); }
 
 Zol::ZolType* Gpo::_fwkType() {
-  static Zol::ZolType* const type = namedType<Gpo>("Fru::Gpo");
+  static Zol::ZolType* const type = Hardware::namedType<Gpo>("Fru::Gpo");
   return type;
 }
 

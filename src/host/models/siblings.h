@@ -3,26 +3,28 @@
 #pragma once
 
 #include "host/models/dexo_desc.h"
+#include "host/models/named_entity.h"
 #include "host/models/smbus.h"
 #include "host/models/units.h"
-#include "host/zol/entity.h"
 
 namespace Hardware::Gpio {
 
-class ZOL_EXPORT PinConfig : public Zol::Entity {
+// What is wanted of a pin.
+class ZOL_EXPORT PinConfig : public Hardware::NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };
 
-class ZOL_EXPORT PinStatus : public Zol::Entity {
+// What a pin reports.
+class ZOL_EXPORT PinStatus : public Hardware::NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };
@@ -31,20 +33,22 @@ class ZOL_EXPORT PinStatus : public Zol::Entity {
 
 namespace Environment::Power {
 
-class ZOL_EXPORT VoltageRailConfig : public Zol::Entity {
+// What is wanted of a voltage rail, as the environment model has it.
+class ZOL_EXPORT VoltageRailConfig : public Hardware::NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };
 
-class ZOL_EXPORT VoltageRailStatus : public Zol::Entity {
+// What a voltage rail reports, as the environment model has it.
+class ZOL_EXPORT VoltageRailStatus : public Hardware::NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };
@@ -53,11 +57,12 @@ class ZOL_EXPORT VoltageRailStatus : public Zol::Entity {
 
 namespace EntityMib {
 
-class ZOL_EXPORT Sensor : public Zol::Entity {
+// A sensor.
+class ZOL_EXPORT Sensor : public Hardware::NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };
@@ -67,11 +72,11 @@ class ZOL_EXPORT Sensor : public Zol::Entity {
 namespace Fru {
 
 // A general-purpose output.
-class ZOL_EXPORT Gpo : public Zol::Entity {
+class ZOL_EXPORT Gpo : public Hardware::NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };

@@ -2,6 +2,7 @@
 
 #include <ostream>
 
+#include "host/models/stream_type.h"
 #include "host/zol/generic/value_generic_if.h"
 #include "host/zol/generic/wrapped.h"
 
@@ -146,10 +147,7 @@ Zol::ZolType* _fwkType_SmbusTimeout() {
 }
 
 Zol::ZolType* SmbusDevice::_fwkType() {
-  static Zol::ZolType* const type =
-      Zol::ModelType::entity("Hardware::SmbusDevice", sizeof(SmbusDevice), Entity::_fwkType())
-          .arg("name", "Zol::Name")
-          .type();
+  static Zol::ZolType* const type = namedType<SmbusDevice>("Hardware::SmbusDevice");
   return type;
 }
 

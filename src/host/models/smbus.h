@@ -4,7 +4,7 @@
 #include <iosfwd>
 #include <type_traits>
 
-#include "host/zol/entity.h"
+#include "host/models/named_entity.h"
 #include "host/zol/value_reading.h"
 #include "host/zol/value_text.h"
 
@@ -15,8 +15,10 @@ template <class Self>
 class SmallId {
  public:
   constexpr SmallId() = default;
+  // The number as it is; none is refused here.
   constexpr SmallId(unsigned char value) : value_(value) {}
 
+  // The number, 0 to 255.
   [[nodiscard]] constexpr unsigned char value() const noexcept { return value_; }
 
   friend constexpr bool operator==(Self a, Self b) noexcept { return a.value() == b.value(); }
@@ -43,6 +45,7 @@ class ZOL_EXPORT LobusAccelId : public SmallId<LobusAccelId> {
   static Zol::ZolType* _fwkType();
 };
 
+// The agent that drives the bus.
 class ZOL_EXPORT LobusAgentId : public SmallId<LobusAgentId> {
  public:
   using SmallId::SmallId;
@@ -111,6 +114,7 @@ ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, SmbusAddrSize const& v
 ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, SmbusDelay const& value);
 ZOL_EXPORT std::ostream& operator<<(std::ostream& stream, SmbusTimeout const& value);
 
+// The type objects.
 ZOL_EXPORT Zol::ZolType* _fwkType_SmbusAddrSize();
 ZOL_EXPORT Zol::ZolType* _fwkType_SmbusDelay();
 ZOL_EXPORT Zol::ZolType* _fwkType_SmbusTimeout();
@@ -121,11 +125,11 @@ inline Zol::ZolType* zolTypeOf(std::type_identity<SmbusDelay>) { return _fwkType
 inline Zol::ZolType* zolTypeOf(std::type_identity<SmbusTimeout>) { return _fwkType_SmbusTimeout(); }
 
 // A device on an SMBus.
-class ZOL_EXPORT SmbusDevice : public Zol::Entity {
+class ZOL_EXPORT SmbusDevice : public NamedEntity {
  public:
   class _Type;
 
-  using Entity::Entity;
+  using NamedEntity::NamedEntity;
   [[nodiscard]] Zol::ZolType* fwkType() const override;
   static Zol::ZolType* _fwkType();
 };

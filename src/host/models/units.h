@@ -16,8 +16,10 @@ template <class Self>
 class Quantity {
  public:
   constexpr Quantity() = default;
+  // Any number, infinities and not-a-number included.
   constexpr Quantity(double value) : value_(value) {}
 
+  // The number, in the unit of the class.
   [[nodiscard]] constexpr double value() const noexcept { return value_; }
 
   friend constexpr bool operator==(Self const& a, Self const& b) noexcept {
@@ -39,12 +41,14 @@ requires std::derived_from<Self, Quantity<Self>> Self sequenceToValue(
   return Self(Zol::floatingAt(position, end));
 }
 
+// A voltage in volts.
 class ZOL_EXPORT Volts : public Quantity<Volts> {
  public:
   using Quantity::Quantity;
   static Zol::ZolType* _fwkType();
 };
 
+// A temperature in degrees Celsius.
 class ZOL_EXPORT Celsius : public Quantity<Celsius> {
  public:
   using Quantity::Quantity;

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cmath>
 
+#include "host/zol/dir.h"
 #include "host/zol/path.h"
 #include "host/zol/registry/zol_type.h"
 
@@ -19,10 +20,17 @@ std::uint64_t mix(std::uint64_t value) {
   return value ^ (value >> 28);
 }
 
+// The entity itself, or the one that holds it and stands in nothing but directories.
+Entity const* outermost(Entity const& entity) {
+  Entity const* at = &entity;
+  while (at->zolParent() && !dynamic_cast<Dir const*>(at->zolParent())) at = at->zolParent();
+  return at;
+}
+
 }  // namespace
 
 std::uint64_t digest(Entity const& entity) {
-  Digest all;
+  Digest all(entity);
   all.attribute("name", entity.name());
   ZolType const* type = entity.fwkType();
   all.attribute("type", type->fullName());
@@ -33,7 +41,13 @@ std::uint64_t digest(Entity const& entity) {
 }
 
 void Digest::reference(std::string_view name, Entity const* entity) {
-  add(name, {}, entity ? textOf(pathBelowDirectories(*entity).view()) : 0);
+  add(name, {}, entity ? referenceOf(*entity) : 0);
+}
+
+std::uint64_t Digest::referenceOf(Entity const& entity) const {
+  bool const inside = of_ && outermost(entity) == outermost(*of_);
+  if (inside) return textOf(pathBelowDirectories(entity).view());
+  return mix(textOf(entity.fwkType()->fullName().view())) + textOf(entity.name().view());
 }
 
 std::uint64_t Digest::doubleOf(double value) {

@@ -8,6 +8,8 @@ namespace Zol {
 
 Dir::Entry::~Entry() = default;
 
+void Dir::Entry::settledIs(bool value) { settled_ = value; }
+
 Dir::Dir(Name name) : Entity(std::move(name)) {}
 
 Dir::~Dir() {

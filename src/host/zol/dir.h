@@ -18,14 +18,22 @@ class ZOL_EXPORT Dir final : public Entity {
   // What a directory holds under one name.
   class ZOL_EXPORT Entry final : public PtrInterface {
    public:
+    // Holds the entity.
     explicit Entry(Ptr<Entity> entity) : entity_(std::move(entity)) {}
     ~Entry() override;
+    // The entity that is held.
     [[nodiscard]] Ptr<Entity> const& entity() const noexcept { return entity_; }
+    // Told by a log that brings the entity: a resynchronisation of it is over.
+    virtual void settledIs(bool value);
+    // What `settledIs` was told last; false at first.
+    [[nodiscard]] bool settled() const noexcept { return settled_; }
 
    private:
     Ptr<Entity> entity_;
+    bool settled_ = false;
   };
 
+  // An empty directory; to be found it must be entered into another one.
   explicit Dir(Name name);
   ~Dir() override;
   [[nodiscard]] ZolType* fwkType() const override;

@@ -1,6 +1,7 @@
 #include "host/zol/entity.h"
 
 #include "host/zol/attrlog/stream_adapter.h"
+#include "host/zol/dir.h"
 #include "host/zol/notification_pass.h"
 #include "host/zol/path.h"
 #include "host/zol/registry/zol_type.h"
@@ -24,8 +25,10 @@ Ptr<Entity const> Entity::parent() const { return parent_; }
 Ptr<Entity> Entity::parent() { return parent_; }
 
 void Entity::parentIs(Ptr<Entity> const& parent) {
+  // Standing in a directory is nothing that a log knows of.
+  bool const wasHeld = parent_ && !dynamic_cast<Dir const*>(parent_);
   parent_ = parent.get();
-  if (!parent_) ZolNboAttrLogSa::withdrawAnnouncements(*this);
+  if (!parent_ && wasHeld) ZolNboAttrLogSa::withdrawAnnouncements(*this);
 }
 
 ZolAttr const* Entity::parentAttr() const {

@@ -17,8 +17,10 @@ class ZOL_EXPORT Entity : public PtrInterface {
   class NotifieeConst;
   class Notifiee;
   class ZolNboAttrLogSa;
+  // Flags of a stream adapter.
   using Zol_BitSet = PtrInterface::NotifieeConst::Zol_BitSet;
 
+  // An entity with this name, which never changes, and without a parent.
   explicit Entity(Name name);
   Entity(Entity const&) = delete;
   Entity& operator=(Entity const&) = delete;
@@ -29,6 +31,7 @@ class ZOL_EXPORT Entity : public PtrInterface {
 
   // Reading the name counts as no read.
   [[nodiscard]] virtual Name const& name() const;
+  // The entity that owns this one, or null.
   [[nodiscard]] virtual Ptr<Entity const> parent() const;
   [[nodiscard]] virtual Ptr<Entity> parent();
   // Records the owner, or null when the entity leaves its owner. The link is not counted. On a
@@ -39,14 +42,18 @@ class ZOL_EXPORT Entity : public PtrInterface {
   [[nodiscard]] virtual ZolAttr const* parentAttr() const;
   // 136 until a holder takes the entity.
   [[nodiscard]] virtual AttributeId parentAttrId() const;
+  // Records the id of the attribute of the holder; for the holder.
   virtual void parentAttrIdIs(AttributeId id);
   // The path (host/zol/path.h), as "board/realUcd9012Controller[main]", or with a "/" in front and
   // fit to be read back for an entity below the directory of the process. Both give the same text.
   [[nodiscard]] virtual String8 uriPath() const;
+  // The same text as `uriPath`.
   [[nodiscard]] virtual String8 fullName() const;
   // The name of the attribute with this id, "unknown" for an id that the class does not have.
   [[nodiscard]] virtual String8 attributeString(AttributeId id) const;
+  // A hook of the runtime; it does nothing.
   virtual void zolNotifieeAdapterIs(Ptr<Entity const> const& adapter);
+  // A hook of the runtime; it does nothing.
   virtual void handleParent(Ptr<Entity> const& parent);
 
   // The stream adapter of this entity on `out`, or null.
@@ -54,6 +61,7 @@ class ZOL_EXPORT Entity : public PtrInterface {
       Ptr<NboAttrLog::Out const> const& out) const;
   // True when entities of this class can take part in an attribute log.
   [[nodiscard]] virtual bool zolHasAttrLogInterface() const;
+  // The same, to work with.
   [[nodiscard]] virtual Ptr<ZolNboAttrLogSa> zolNboAttrLogSa(Ptr<NboAttrLog::Out const> const& out);
   // A further adapter of this entity that shares the message channel of `other`, or null.
   [[nodiscard]] virtual Ptr<ZolNboAttrLogSa> zolNboAttrLogSaForMsgChannel(
@@ -67,10 +75,13 @@ class ZOL_EXPORT Entity : public PtrInterface {
   // Takes the adapter on `out` out of its demuxer; gives the adapter that was found, or null.
   virtual Ptr<ZolNboAttrLogSa> zolNboAttrLogSaDel(Ptr<NboAttrLog::Out const> const& out);
 
+  // How many effective mutations there have been.
   [[nodiscard]] std::uint32_t mutationCounter() const noexcept { return mutationCounter_; }
+  // How many reads of an attribute there have been.
   [[nodiscard]] std::uint32_t readCounter() const noexcept { return readCounter_; }
   // The key under which a keyed collection of entities holds this one.
   [[nodiscard]] Name const& zolKey() const { return name(); }
+  // The listeners, in the order in which they are told.
   [[nodiscard]] ListRawGeneric const& zolNotifiees() const noexcept { return notifiees_; }
   // The owner as a plain pointer, for walks that only look.
   [[nodiscard]] Entity* zolParent() const noexcept { return parent_; }
@@ -85,10 +96,13 @@ class ZOL_EXPORT Entity : public PtrInterface {
   static ZolType* _fwkType();
 
  protected:
+  // Counts one read.
   void countRead() const noexcept { ++readCounter_; }
+  // Counts one mutation.
   void countMutation() noexcept { ++mutationCounter_; }
   // Empties the list of listeners; the destructor of the class that tells them calls it.
   void dismissNotifiees() noexcept { notifiees_.clear(); }
+  // Whether anybody listens.
   [[nodiscard]] bool hasNotifiees() const noexcept { return !notifiees_.empty(); }
 
  private:
@@ -109,7 +123,9 @@ class ZOL_EXPORT Entity::NotifieeConst : public PtrInterface::NotifieeConst {
   NotifieeConst() = default;
   ~NotifieeConst() override;
 
+  // A slot of the runtime that no mutator calls.
   virtual void onParent();
+  // A slot of the runtime that no mutator calls.
   virtual void onVersion();
 
   void isRegisteredNotifieeIs(bool value) const override;
@@ -119,6 +135,7 @@ class ZOL_EXPORT Entity::NotifieeConst : public PtrInterface::NotifieeConst {
  protected:
   // Listens to `entity` from now on: takes care of both lists and of the counts.
   void entityIs(Entity const* entity);
+  // The entity that this listener listens to, or null.
   [[nodiscard]] Entity const* entity() const noexcept {
     return static_cast<Entity const*>(zolNotifier());
   }

@@ -16,10 +16,12 @@ class ZOL_EXPORT Exception : public std::exception {
   // Ids that some failures carry beside their text; this library only ever makes empty ones.
   class IdBitArray {};
 
+  // With the text that `what()` gives.
   explicit Exception(String8 text) : text_(std::move(text)) {}
   Exception(Exception const&) = default;
   Exception& operator=(Exception const&) = default;
   ~Exception() override;
+  // The text, valid as long as the exception.
   [[nodiscard]] char const* what() const noexcept override { return text_.view().data(); }
 
  private:
@@ -29,6 +31,7 @@ class ZOL_EXPORT Exception : public std::exception {
 // A value, a text or a pointer that is not allowed.
 class ZOL_EXPORT RangeException : public Exception {
  public:
+  // With the text that `what()` gives.
   explicit RangeException(String8 text, IdBitArray = {}) : Exception(std::move(text)) {}
   ~RangeException() override;
 };
@@ -64,6 +67,7 @@ class ZOL_EXPORT EntityIdUnavailableException : public Exception {
 // A reference in a message does not fit: unknown, or of another type.
 class ZOL_EXPORT AttrLogEntityException : public Exception {
  public:
+  // With the text that `what()` gives.
   explicit AttrLogEntityException(String8 text, IdBitArray = {}) : Exception(std::move(text)) {}
   ~AttrLogEntityException() override;
 };
@@ -96,6 +100,7 @@ class ZOL_EXPORT TypeException : public Exception {
 // The attribute does not have the operation.
 class ZOL_EXPORT OpNotSupportedException : public Exception {
  public:
+  // With the text that `what()` gives, and the id that `op()` gives.
   OpNotSupportedException(String8 text, std::int32_t op) : Exception(std::move(text)), op_(op) {}
   ~OpNotSupportedException() override;
   // The id of the operation.
@@ -119,6 +124,7 @@ class ZOL_EXPORT UnknownAttrException : public Exception {
   ~UnknownAttrException() override;
 };
 
+// Throws the exception of that name with this text.
 [[noreturn]] ZOL_EXPORT void throwRangeException(String8 const& text);
 [[noreturn]] ZOL_EXPORT void throwNameInUseException(String8 const& text);
 [[noreturn]] ZOL_EXPORT void throwInternalException(String8 const& text);

@@ -11,6 +11,7 @@
 
 namespace Zol {
 
+// The bits of the key, or of its hash, in reverse order.
 [[nodiscard]] inline std::uint32_t keyHash(std::uint32_t key) noexcept { return bitReverse(key); }
 [[nodiscard]] inline std::uint32_t keyHash(Name const& key) noexcept {
   return bitReverse(key.hash());
@@ -88,8 +89,10 @@ class HashMap {
     Ptr<PtrInterface> const replaced = generic_.newMemberG(entry, &entry->zolKey());
     return static_cast<Entry*>(replaced.get());
   }
+  // Takes the entry out; does nothing for one that is no member.
   void deleteMember(Entry* entry) { generic_.deleteMember(entry); }
 
+  // The untyped half.
   [[nodiscard]] HashMapGeneric const& generic() const noexcept { return generic_; }
 
  private:

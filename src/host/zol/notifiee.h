@@ -22,6 +22,7 @@ class ListRawGeneric;
 // held by a `Ptr`, never live on the stack.
 class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
  public:
+  // Flags of the runtime, 29 of them.
   using Zol_BitSet = BitSet<29, unsigned int>;
 
   NotifieeConst();
@@ -31,10 +32,13 @@ class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
 
   // The object behind this listener that reacts to what it hears, or null for a plain listener.
   [[nodiscard]] virtual NotifieeConst* zolReactor() const;
+  // The same; for the runtime, which looks at what it gives.
   [[nodiscard]] virtual NotifieeConst* zolRawReactor() const;
+  // Whether this is a stream adapter, which joins its notifier's list at the head.
   [[nodiscard]] virtual bool isStreamAdapter() const;
   // Enters or leaves the list of the present notifier. Without one, the wish is kept for the next.
   virtual void isRegisteredNotifieeIs(bool value) const;
+  // Sets the flags of the runtime; not for clients.
   virtual void zol_bitSetIs(Zol_BitSet bits);
   // The notifier's name; empty without a notifier.
   [[nodiscard]] virtual Name name() const;
@@ -44,21 +48,30 @@ class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
 
   // Slots of the runtime. None of them does anything by itself.
   virtual void handleNotification(ActivityConfig* activity);
+  // A slot of the runtime that does nothing by itself.
   virtual void handleDefault(ActivityConfig* activity, AttributeId id, bool whole);
+  // A slot of the runtime that does nothing by itself.
   virtual void onAttribute(AttributeId id);
+  // A slot of the runtime that does nothing by itself.
   virtual void onNotification();
+  // A slot of the runtime that does nothing by itself.
   virtual void onCollectionNotification(String8 name);
+  // A slot of the runtime that does nothing by itself; see the one with an id.
   virtual void onNotificationException();
   // Called in place of a slot of this listener that threw, inside the handling of that exception.
   // `id` is the attribute of the pass. An exception out of it leaves the mutator.
   virtual void onNotificationException(AttributeId id);
+  // A slot of the runtime that does nothing by itself.
   virtual void handleNotificationException(AttributeId id);
   virtual void handleNotificationException();
   // The notifier has lost its last reference. It is still whole.
   virtual void onZeroReferences();
+  // The activity that changes are queued for, or null.
   [[nodiscard]] virtual Activity* activityPtr() const;
+  // The same.
   virtual Activity* zolFwkActivity();
   [[nodiscard]] virtual Activity const* zolFwkActivity() const;
+  // The delivery of that activity, or null.
   virtual ActivitySm* actsm();
 
   // Queues the change of an attribute for the listener's activity and gives true; false when the
@@ -73,9 +86,13 @@ class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
   // clears the link of the weak listeners in its list. The trap: one that has left the list before
   // learns nothing of it, and may then only be destroyed.
   void isWeakReferenceIs(bool value);
+  // See `isWeakReferenceIs`; false at first.
   [[nodiscard]] bool isWeakReference() const noexcept { return weak_; }
+  // See `isRegisteredNotifieeIs`; false at first.
   [[nodiscard]] bool isRegisteredNotifiee() const noexcept { return registered_; }
+  // The notifier as a plain pointer, or null.
   [[nodiscard]] PtrInterface const* zolNotifier() const noexcept { return notifier_; }
+  // The flags of the runtime.
   [[nodiscard]] Zol_BitSet zol_bitSet() const noexcept { return bits_; }
   // See `listenerCast`.
   [[nodiscard]] void const* zolListenerClass() const noexcept { return listenerClass_; }
@@ -92,9 +109,12 @@ class ZOL_EXPORT PtrInterface::NotifieeConst : public PtrInterface {
   // What waits for delivery, besides the id of an attribute: nothing, every change, every
   // attribute.
   static constexpr std::uint32_t kNothing = 0;
+  // Every change waits.
   static constexpr std::uint32_t kEveryChange = 0xffffffff;
+  // Every attribute waits.
   static constexpr std::uint32_t kEveryAttribute = 0xfffffffe;
 
+  // The flags of the runtime.
   Zol_BitSet bits_;
   // The attribute that waits for delivery.
   std::uint32_t runtimeWord_ = kNothing;

@@ -20,7 +20,9 @@ template <class T>
 class Ptr {
  public:
   Ptr() noexcept = default;
+  // A reference to nothing.
   Ptr(std::nullptr_t) noexcept {}
+  // A reference to the object, which must have been made with `new`; null is allowed.
   Ptr(T* object) noexcept : object_(object) {
     if (object_) object_->referencesInc();
   }
@@ -91,6 +93,7 @@ Ptr<T> ptrCast(Ptr<U> const& ptr) {
 template <class T>
 class ValidPtr {
  public:
+  // Both throw for null.
   ValidPtr(T* object) : ptr_(object) { require(); }
   template <class U>
   requires std::is_convertible_v<U*, T*> ValidPtr(Ptr<U> ptr) : ptr_(std::move(ptr)) { require(); }
@@ -101,7 +104,9 @@ class ValidPtr {
   [[nodiscard]] T* get() const noexcept { return ptr_.get(); }
   T* operator->() const noexcept { return ptr_.get(); }
   T& operator*() const noexcept { return *ptr_; }
+  // The same reference as one that may be null.
   operator Ptr<T> const&() const noexcept { return ptr_; }
+  // And as one to a base class.
   template <class U>
   requires(std::is_convertible_v<T*, U*> && !std::is_same_v<T, U>) operator Ptr<U>()
       const noexcept {

@@ -14,6 +14,7 @@ namespace Zol {
 // Process-wide switch of the reference arithmetic. Set it before a second thread touches a counted
 // object; setting it back while other threads run is not supported.
 struct ZOL_EXPORT VFPtrInterface {
+  // True makes each change of a reference word atomic; false at first.
   static bool enableThreadSafePointers;
 };
 
@@ -26,10 +27,15 @@ class ZOL_EXPORT PtrInterface {
  public:
   class NotifieeConst;
 
+  // The bits of the count.
   static constexpr std::uint32_t kCountMask = 0x1fffffff;
+  // Bit 29.
   static constexpr std::uint32_t kNotificationActive = 0x20000000;
+  // Bit 30.
   static constexpr std::uint32_t kReleasing = 0x40000000;
+  // Bit 31.
   static constexpr std::uint32_t kMarkedForDeletion = 0x80000000;
+  // The bits that keep an object alive.
   static constexpr std::uint32_t kReleaseMask = kCountMask | kReleasing;
 
   PtrInterface() noexcept = default;
@@ -42,6 +48,7 @@ class ZOL_EXPORT PtrInterface {
   static void operator delete(void* object) noexcept { ::operator delete(object); }
   static void operator delete(void*, void*) noexcept {}
 
+  // Adds a reference.
   void referencesInc() const noexcept { add(1); }
   // Drops one reference; the last one runs `handleZeroRef`.
   void referencesDec() const {
@@ -51,11 +58,14 @@ class ZOL_EXPORT PtrInterface {
   void referencesDecKeep() const noexcept { add(~std::uint32_t{0}); }
   // Adds a reference that nobody ever drops, so that the object lives as long as the process.
   void referencesLeak() const noexcept { add(1); }
+  // The count, without the other bits.
   [[nodiscard]] std::uint32_t references() const noexcept { return word() & kCountMask; }
 
+  // Bit 29.
   [[nodiscard]] bool hasNotificationActive() const noexcept {
     return (word() & kNotificationActive) != 0;
   }
+  // Bit 31.
   [[nodiscard]] bool zolMarkedForDeletion() const noexcept {
     return (word() & kMarkedForDeletion) != 0;
   }
@@ -64,7 +74,9 @@ class ZOL_EXPORT PtrInterface {
 
   // Sets or clears the notification bit; objects that listen do more.
   virtual void hasNotificationActiveIs(bool value);
+  // A hook of the runtime; it does nothing.
   virtual void zolAuditErrors(unsigned int level) const;
+  // A hook of the runtime; it does nothing.
   virtual void auditErrors(unsigned int level) const;
   // Told by the runtime when the last reference has gone, while the object is still whole.
   virtual void zeroReferencesIs(bool value);
@@ -75,6 +87,7 @@ class ZOL_EXPORT PtrInterface {
   static ZolType* _fwkType();
 
  protected:
+  // Sets or clears one of the bits beside the count.
   void bitIs(std::uint32_t bit, bool value) const noexcept {
     if (VFPtrInterface::enableThreadSafePointers) {
       std::atomic_ref<std::uint32_t> shared(word_);

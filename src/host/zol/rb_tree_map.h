@@ -93,11 +93,13 @@ class BaseIteratorConst : public BaseCollection::StrepIterator {
  public:
   explicit operator bool() const noexcept { return held() != nullptr; }
   [[nodiscard]] Entry* entry() const noexcept { return static_cast<Entry*>(held()); }
+  // Whether it stands on an entry whose key is not 0.
   [[nodiscard]] bool hasBookmark() const override { return entry() && entry()->zolKey() != 0; }
 
  protected:
   using StrepIterator::StrepIterator;
 
+  // The collection's version at the last step.
   std::uint32_t version_ = 0;
 };
 
@@ -113,6 +115,7 @@ class RbTreeMap<Entry, Key, Value>::IteratorConst : public BaseIteratorConst<Ent
   // On the member under the key or, when it is absent, on the one with the least greater key.
   IteratorConst(RbTreeMap const* map, Key const& key)
       : IteratorConst(map, map ? map->atOrAbove(key) : nullptr) {}
+  // The same, under the name that both kinds of collection have for it.
   [[nodiscard]] static IteratorConst notBefore(RbTreeMap const* map, Key const& key) {
     return IteratorConst(map, key);
   }

@@ -25,6 +25,7 @@ class ZOL_EXPORT String8 {
   class Iterator;
 
   String8() noexcept = default;
+  // A copy of the bytes, up to the first NUL for a plain pointer, which must not be null.
   String8(char const* text) : String8(std::string_view(text)) {}
   String8(std::string_view text);
   String8(std::string const& text) : String8(std::string_view(text)) {}
@@ -55,6 +56,7 @@ class ZOL_EXPORT String8 {
     return data_ ? std::string_view(data_->bytes(), data_->length) : std::string_view("", 0);
   }
   [[nodiscard]] std::size_t size() const noexcept { return view().size(); }
+  // True for the text without bytes.
   [[nodiscard]] bool empty() const noexcept { return data_ == nullptr; }
   // Equal texts have equal hashes within one process; the hash is seeded anew in each process.
   [[nodiscard]] std::uint32_t hash() const noexcept {
@@ -121,16 +123,22 @@ class ZOL_EXPORT String8 {
 class String8::IteratorConst {
  public:
   IteratorConst() = default;
+  // At a position of the text, counted in bytes from 0.
   explicit IteratorConst(String8 text, std::size_t position = 0)
       : text_(std::move(text)), position_(position) {}
 
+  // The whole text.
   [[nodiscard]] String8 const& text() const noexcept { return text_; }
+  // In bytes from 0.
   [[nodiscard]] std::size_t position() const noexcept { return position_; }
+  // Moves there; a position behind the end counts as the end.
   void positionIs(std::size_t position) noexcept { position_ = position; }
+  // True when no byte follows.
   [[nodiscard]] bool atEnd() const noexcept { return position_ >= text_.size(); }
   // The bytes from here to the end of the text, or to `end` if that comes first; empty for a
   // position behind it.
   [[nodiscard]] std::string_view rest() const noexcept { return slice(text_.size()); }
+  // The bytes from here to `end`, at most to the end of the text.
   [[nodiscard]] std::string_view until(IteratorConst const& end) const noexcept {
     return slice(end.position_ < text_.size() ? end.position_ : text_.size());
   }
@@ -152,8 +160,10 @@ class String8::Iterator {
     bytes_.append(piece);
     position_ = last ? 0 : bytes_.size();
   }
+  // How many bytes have come so far; 0 once the text is complete.
   [[nodiscard]] std::size_t position() const noexcept { return position_; }
   [[nodiscard]] std::size_t size() const noexcept { return bytes_.size(); }
+  // What has come so far.
   [[nodiscard]] String8 text() const { return String8(bytes_); }
 
  private:
@@ -169,15 +179,20 @@ concept PlainText = std::convertible_to<T const&, std::string_view>;
 class ZOL_EXPORT Name {
  public:
   Name() noexcept = default;
+  // A name of these bytes.
   Name(char const* text) : text_(text) {}
   Name(std::string_view text) : text_(text) {}
   Name(std::string const& text) : text_(text) {}
   Name(String8 text) noexcept : text_(std::move(text)) {}
 
+  // The name as a text.
   operator String8 const&() const noexcept { return text_; }
+  // The bytes, as of the text.
   [[nodiscard]] std::string_view view() const noexcept { return text_.view(); }
   [[nodiscard]] std::size_t size() const noexcept { return text_.size(); }
+  // True for the name without bytes.
   [[nodiscard]] bool empty() const noexcept { return text_.empty(); }
+  // The hash of the text, kept once it is known.
   [[nodiscard]] std::uint32_t hash() const noexcept { return text_.hash(); }
 
   friend bool operator==(Name const& a, Name const& b) noexcept { return a.text_ == b.text_; }

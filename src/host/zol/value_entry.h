@@ -10,6 +10,7 @@ namespace Zol {
 template <class Key, class Value>
 class OrderedValueEntry : public PtrInterface {
  public:
+  // Keeps both as given.
   OrderedValueEntry(Key key, Value value) : key_(std::move(key)), value_(std::move(value)) {}
 
   [[nodiscard]] Key const& zolKey() const noexcept { return key_; }
@@ -28,6 +29,7 @@ class OrderedValueEntry : public PtrInterface {
 template <class Key, class Value>
 class HashedValueEntry : public PtrInterface {
  public:
+  // Keeps both as given.
   HashedValueEntry(Key key, Value value) : key_(std::move(key)), value_(std::move(value)) {}
 
   [[nodiscard]] Key const& zolKey() const noexcept { return key_; }

@@ -29,36 +29,53 @@ struct ConnectionOptions {
   std::size_t maxFrame = std::size_t{256} << 10;
   // Names and keys, which go in one piece. A longer one of our own is dropped and counted.
   std::size_t maxUnchunkedText = 65535;
+  // One text under way, which may come in pieces.
   std::size_t maxText = std::size_t{16} << 20;
   // All texts under way together.
   std::size_t maxPartialTexts = std::size_t{32} << 20;
+  // The frame with which the peer says who it is.
   std::size_t maxBytesBeforeHello = 4096;
+  // The name of an end or of a root.
   std::size_t maxNameLength = 255;
+  // Sections of a message that announces an entity without a parent.
   std::size_t maxOrphanSections = 8;
+  // Type names in such a message.
   std::size_t maxTypeNames = 16;
   // Entities bound by the peer, and those without a parent among them; beyond it a message is
   // refused.
   std::size_t maxEntities = 1000000;
+  // Entities without a parent among those bound by the peer.
   std::size_t maxOrphans = 100000;
+  // Roots that the peer announces.
   std::size_t maxMounts = 1024;
   // One turn takes in at most so many frames, and its flow-outs write at most so many bytes.
   std::size_t framesPerPump = 1024;
+  // What the flow-outs of one turn write at most.
   std::size_t flowOutBudget = std::size_t{256} << 10;
 };
 
+// How a root is mounted.
 struct MountOptions {
+  // Whether the peer's replica may be written to.
   enum class Access : std::uint8_t { readOnlyForPeer = 0, writableByPeer = 1 };
+  // What is written to the peer's replica does not reach this end.
   static constexpr Access readOnlyForPeer = Access::readOnlyForPeer;
+  // What is written to the peer's replica is written here too.
   static constexpr Access writableByPeer = Access::writableByPeer;
 
+  // What the peer may do.
   Access access = Access::readOnlyForPeer;
 };
 
 // What went over a connection. Messages are data messages about attributes.
 struct ConnectionCounters {
+  // Data messages sent.
   std::uint64_t messagesOut = 0;
+  // Data messages received.
   std::uint64_t messagesIn = 0;
+  // All bytes sent, frames without data included.
   std::uint64_t bytesOut = 0;
+  // All bytes received.
   std::uint64_t bytesIn = 0;
   // Messages of the peer that changed nothing: not allowed, or not applicable.
   std::uint64_t refused = 0;
@@ -91,12 +108,18 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   // Over a stream socket or pipe, which is made non-blocking and closed with the connection. Both
   // throw `RangeException` for an `ownName` that is too long.
   static Ptr<Connection> overFd(int fd, ConnectionOptions options);
+  // Over another carrier of bytes.
   static Ptr<Connection> over(std::unique_ptr<Transport> transport, ConnectionOptions options);
   ~Connection() override;
 
+  // The outgoing half, by which an entity's stream adapter is found.
   [[nodiscard]] Ptr<Out> const& out() const noexcept { return out_; }
+  // The incoming half.
   [[nodiscard]] Ptr<In> const& in() const noexcept { return in_; }
+  // What hands the messages to the adapters.
   [[nodiscard]] Ptr<Demuxer> const& demuxer() const noexcept { return demuxer_; }
+  // The name under which this end knows the other; without one in the options it is empty until the
+  // peer's hello.
   [[nodiscard]] Name const& peerName() const noexcept { return options_.peerName; }
 
   // Announces the root to the peer, catches it up and keeps it up to date. Before the peer's hello
@@ -118,15 +141,19 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   bool pump();
   // Says goodbye, sends what can be sent at once, and ends the connection.
   void close();
+  // False once the connection has ended, for whatever reason.
   [[nodiscard]] bool isOpen() const noexcept { return state_ != State::closed; }
   // The reason why the connection ended; empty while it is open, and after `close()`.
   [[nodiscard]] std::string const& error() const noexcept { return error_; }
 
   // For the owner's poll loop. -1 for a connection inside the process.
   [[nodiscard]] int fd() const { return transport_->fd(); }
+  // Poll for readable.
   [[nodiscard]] bool wantsRead() const noexcept { return isOpen(); }
+  // Poll for writable: bytes wait.
   [[nodiscard]] bool wantsWrite() const noexcept { return isOpen() && !out_->pending().empty(); }
 
+  // The counts since the connection was made.
   [[nodiscard]] ConnectionCounters counters() const;
 
  private:

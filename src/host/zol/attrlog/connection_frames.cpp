@@ -223,8 +223,12 @@ void Connection::orphanArrived() {
     ++counters_.refused;
     return;
   }
-  if (Entity const* const known = demuxer_->entity(id)) {
-    if (known->fwkType() != type) ++counters_.refused;
+  if (Entity* const known = demuxer_->entity(id)) {
+    if (known->fwkType() != type) {
+      ++counters_.refused;
+    } else if (!mount && !known->zolParent()) {
+      orphans_[id.value] = known;  // taken out of its holder, and kept until the peer forgets it
+    }
     return;
   }
   Ptr<Entity> entity;

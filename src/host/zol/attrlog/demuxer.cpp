@@ -177,7 +177,34 @@ void Demuxer::dequeue(Entity::ZolNboAttrLogSa& adapter) {
 }
 
 void Demuxer::announcementCommitted(EntityId id) {
-  if (Entity::ZolNboAttrLogSa* const adapter = reactor(id)) adapter->announcementCommitted();
+  Entity::ZolNboAttrLogSa* const adapter = reactor(id);
+  if (!adapter) return;
+  adapter->announcementCommitted();
+  wake(*adapter->entity());
+}
+
+void Demuxer::waitsFor(Entity::ZolNboAttrLogSa& adapter, Entity const& entity) {
+  auto const [first, last] = waiters_.equal_range(&entity);
+  auto const isKnown = [&](auto const& waiter) { return waiter.second == adapter.entityId_; };
+  if (std::none_of(first, last, isKnown)) waiters_.emplace(&entity, adapter.entityId_);
+}
+
+// An entity that dies without having been announced wakes nobody, but whoever waited for it has
+// dropped its reference then, and that is a change of its own.
+void Demuxer::wake(Entity const& announced) {
+  auto const [first, last] = waiters_.equal_range(&announced);
+  for (auto it = first; it != last; ++it) {
+    Entity::ZolNboAttrLogSa* const waiter = reactor(it->second);
+    if (waiter && waiter->parked_) {
+      waiter->idleRounds_ = 0;
+      enqueue(*waiter);
+    }
+  }
+  waiters_.erase(first, last);
+}
+
+void Demuxer::refuseMember() const {
+  throwRangeException(format("more than %zu members in a collection", maxMembers_));
 }
 
 void Demuxer::announceOrphan(Entity& entity) {
@@ -186,7 +213,21 @@ void Demuxer::announceOrphan(Entity& entity) {
   Ptr<Entity::ZolNboAttrLogSa> const adapter =
       entity.zolNboAttrLogSaIs({flagInReadOnly | flagWeak}, 1, out_, orphanContext_.get());
   adapter->zolOnInit();
+  adapter->orphan_ = true;
   adapter->doSerializeOrphan();
+}
+
+bool Demuxer::orphanDel(Entity::ZolNboAttrLogSa& adapter) {
+  if (!adapter.orphan_) return false;
+  Ptr<Entity::ZolNboAttrLogSa> const hold(&adapter);
+  adapter.orphan_ = false;
+  if (adapter.announced_) {
+    out_->frameIs(FrameKind::forget, [&] { out_->u64Is(adapter.entityId_.value); });
+  }
+  adapter.hasNotificationActiveIs(false);
+  reactorDel(adapter.entityId_);
+  adapter.outDel();
+  return true;
 }
 
 bool Demuxer::continueFlowOut() {
@@ -234,10 +275,13 @@ void Demuxer::run(Entity::ZolNboAttrLogSa& adapter) {
   AttributeId next = 0;
   {
     Scheduled const scope(*out_);
+    awaited_ = nullptr;
     next = adapter.handleAttrFlowOut(start);
   }
   stopped_ = false;
   if (adapter.flowOut_ != flow) return;
+  bool const blocked = next != 0 && flow->blocked();
+  if (blocked && awaited_) waitsFor(adapter, *awaited_);
   bool const wrote = out_->bytesCommitted() != before;
   adapter.idleRounds_ = wrote ? 0 : adapter.idleRounds_ + 1;
   if (next == 0 && !flow->hasDirtyAttributes()) {
@@ -248,9 +292,10 @@ void Demuxer::run(Entity::ZolNboAttrLogSa& adapter) {
     adapter.recomputeBits();
     return;
   }
-  adapter.resume_ = next;
-  bool const waits = (next != 0 && flow->blocked()) || (next == 0 && adapter.idleRounds_ >= 2);
-  if (waits) {
+  // What stands behind a reference that waits goes on without it; a walk or a text does not.
+  bool const holdsPlace = flow->hasBookmark() || flow->hasValueIter();
+  adapter.resume_ = blocked && !holdsPlace ? next + 1 : next;
+  if (blocked ? holdsPlace : next == 0 && adapter.idleRounds_ >= kIdleRounds) {
     adapter.parked_ = true;
   } else {
     enqueue(adapter);

@@ -69,6 +69,12 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   void announcementCommitted(EntityId id);
   // Announces an entity that stands below nothing this log knows. The present message stays open.
   void announceOrphan(Entity& entity);
+  // Tells the peer that an entity announced without a parent has gone, and drops its adapter. False
+  // for an adapter of another entity, which stays.
+  bool orphanDel(Entity::ZolNboAttrLogSa& adapter);
+  // An adapter's message refers to an entity that the peer does not know yet: the adapter goes on
+  // when that has been announced.
+  void awaitedIs(Entity const& entity) { awaited_ = &entity; }
   // Pays what is owed, one flow-out per adapter, while there is room. False when nothing was to be
   // done.
   bool turn();
@@ -83,6 +89,13 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   // A partial text has grown; beyond the limit of all of them together the connection is closed.
   void partialTextGrew(FlowIn& flow);
   void flowInDel(EntityId const& id) { flowIns_.erase(id.value); }
+
+  // Refuses a new key of a full collection of values. Throws `RangeException`.
+  template <class Map, class Key>
+  void requireRoomFor(Map const& map, Key const& key) const {
+    if (map.count() >= maxMembers_ && !map[key]) refuseMember();
+  }
+  void maxMembersIs(std::size_t count) noexcept { maxMembers_ = count; }
 
   void unknownEnumsInc(unsigned int count) noexcept { unknownEnums_ += count; }
   [[nodiscard]] std::uint64_t unknownEnums() const noexcept { return unknownEnums_; }
@@ -105,9 +118,14 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
 
  private:
   static constexpr std::uint64_t kFirstId = 0x20;
+  // Runs of an adapter that write nothing before it waits for a change.
+  static constexpr unsigned int kIdleRounds = 4;
 
   void run(Entity::ZolNboAttrLogSa& adapter);
   void dequeue(Entity::ZolNboAttrLogSa& adapter);
+  void waitsFor(Entity::ZolNboAttrLogSa& adapter, Entity const& entity);
+  void wake(Entity const& announced);
+  [[noreturn]] void refuseMember() const;
 
   Ptr<Out> out_;
   Ptr<In> in_;
@@ -120,6 +138,10 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   std::unordered_map<std::uint64_t, Ptr<Entity::ZolNboAttrLogSa>> reactors_;
   std::unordered_map<std::uint64_t, Ptr<FlowIn>> flowIns_;
   std::deque<Ptr<Entity::ZolNboAttrLogSa>> queue_;
+  // The entity that the running flow-out waits for, and those that adapters wait for.
+  Entity const* awaited_ = nullptr;
+  std::unordered_multimap<Entity const*, EntityId> waiters_;
+  std::size_t maxMembers_ = 1000000;
   std::uint64_t turnEnd_ = 0;
   bool stopped_ = false;
   Entity const* dispatch_ = nullptr;

@@ -1,5 +1,6 @@
 #include "host/zol/attrlog/entity_adapter.h"
 
+#include "host/zol/dir.h"
 #include "host/zol/registry/zol_type.h"
 
 namespace Zol::NboAttrLog {
@@ -7,6 +8,9 @@ namespace Zol::NboAttrLog {
 namespace {
 
 using Token = Zol::Connection::Out::TransactToken;
+
+constexpr AttributeId kSyncModeAttr = 135;
+constexpr AttributeId kWrappedAttr = 144;
 
 // Says for the time of a flow-out that the reactions come from it, and puts back what was said
 // before.
@@ -25,28 +29,54 @@ class HandlingScheduledFlowOutAnchor {
   bool former_;
 };
 
+template <class Visit>
+void eachRow(LogLevel const& level, Visit const& visit) {
+  if (level.base) eachRow(*level.base, visit);
+  for (LogRow const& row : level.rows) visit(row);
+}
+
 }  // namespace
+
+void requireEnd(Inbound& message) {
+  if (!message.prefixOnly && message.in.left() != 0) {
+    message.in.malformed("message about attribute " + std::to_string(message.id) + " with " +
+                         std::to_string(message.in.left()) + " bytes too many");
+  }
+}
 
 EntityAdapter::~EntityAdapter() = default;
 
-void EntityAdapter::requireWritable(AttributeId id, ZolAttr const* (*attr)(AttributeId)) const {
-  if (has(flagOutReadOnly) && !convertedToWritable(false)) doThrowReadOnly(attr(id));
+Hearing EntityAdapter::hearing(LogRow const& row) const {
+  if (has(flagQuiet)) return Hearing::ignores;
+  if (!has(flagApplying) && handlingFlowInFor(row.id)) return Hearing::ignores;
+  if (!has(flagApplying) && isSilent()) return Hearing::silent;
+  if (!nboAttrLogOut()) return Hearing::silent;
+  if (has(flagApplying)) return Hearing::adopts;
+  if (has(flagOutReadOnly) && !convertedToWritable(false)) doThrowReadOnly(row.attr(row.id));
+  return Hearing::sends;
 }
 
 bool EntityAdapter::mayLeaveDirectly(AttributeId id, Out const& out) {
   if (has(flagScheduledFlowOut)) return true;
   if (out.hasSufficientBuffer() && !has(flagDeferOutput)) return true;
-  createFlowOutOnDemand();
-  if (flowOut()) flowOut()->attrIdIs(id);
+  flowFor(id);
   return false;
+}
+
+LevelFlowOut* EntityAdapter::flowFor(AttributeId id) {
+  if (!levelFlow()) createFlowOutOnDemand();
+  LevelFlowOut* const flow = levelFlow();
+  if (flow) flow->attrIdIs(id);
+  return flow;
 }
 
 // An adapter of several levels hears of a change once through each of them: it counts once.
 void EntityAdapter::attributeOwed(LogRow const& row) {
-  if (!flowOut()) return;
+  LevelFlowOut* const flow = levelFlow();
+  if (!flow) return;
   bool const heardBefore = owedAt_ == entity()->mutationCounter();
-  if (flowOut()->bit(row.bit) && !heardBefore) streamDemuxer()->coalescedInc();
-  flowOut()->bitIs(row.bit, true);
+  if (flow->bit(row.bit) && !heardBefore) streamDemuxer()->coalescedInc();
+  flow->bitIs(row.bit, true);
   owedAt_ = entity()->mutationCounter();
 }
 
@@ -54,15 +84,15 @@ bool EntityAdapter::mayLeave(LogRow const& row, Out const& out) {
   if (has(flagNoFlowOut)) {
     if (mayLeaveDirectly(row.id, out)) return true;
   } else if (prepareImmediateTransmission(row.id, !out.hasSufficientBuffer())) {
-    flowOut()->bitIs(row.bit, false);
+    levelFlow()->bitIs(row.bit, false);
     return true;
   }
   attributeOwed(row);
   return false;
 }
 
-void EntityAdapter::beginOrphan() {
-  Ptr<Out> const& out = nboAttrLogOut();
+void EntityAdapter::orphanIs(void (*write)(OutPtr const&, Entity const&)) {
+  Ptr<Out> const out = nboAttrLogOut();
   out->nextHeaderIs({kOrphanEntityId, kOrphanAttrId, true, 0, 0, false});
   out << Token::open;
   out->currentPayloadSectionIs(PayloadSection::types);
@@ -71,92 +101,17 @@ void EntityAdapter::beginOrphan() {
     out << TypeId{type->fullName()};
   }
   out->currentPayloadSectionIs(PayloadSection::constructorParameters);
-}
-
-void EntityAdapter::endOrphan() {
-  Ptr<Out> const& out = nboAttrLogOut();
+  write(out, *entity());
   out->currentPayloadSectionIs(PayloadSection::entityId);
   out << entityId() << Token::close;
   doThis();
 }
 
-bool EntityAdapter::textChanged(LogRow const& row, String8 (*current)(Entity const&)) {
-  if (has(flagQuiet) || (!has(flagApplying) && handlingFlowInFor(row.id))) return false;
-  ApplyingEnd const end(*this);
-  if (isSilent() || has(flagApplying)) return true;
-  Ptr<Out> const out = nboAttrLogOut();
-  if (!out) return true;
-  requireWritable(row.id, row.attr);
-
-  FlowOut* const flow = has(flagNoFlowOut) ? nullptr : flowOut();
-  bool const scheduled = has(flagScheduledFlowOut);
-  if (flow && !scheduled) {
-    prepareImmediateTransmission(row.id, true);
-    attributeOwed(row);
-    return false;
-  }
-  bool const resumed = flow && flow->hasValueIter();
-  String8::IteratorConst position =
-      resumed ? flow->valueDeq() : String8::IteratorConst(current(*entity()));
-  // A run that goes on with an old text owes the new one when it is over.
-  auto const complete = [&] { return !resumed || position.text() == current(*entity()); };
-  if (position.position() != 0 && position.atEnd()) return complete();
-
-  bool started = false;
-  for (;;) {
-    bool const room = flow ? continueFlowOut() && out->maxMessageSize() <= out->freeSpace()
-                           : !started && out->freeSpace() >= kDirectTextRoom;
-    if (!room) break;
-    out->nextHeaderIs({entityId(), row.id, true, 0, 0, false});
-    out << Token::open;
-    out->chunkIs(position);
-    out << Token::close;
-    started = true;
-    if (position.atEnd()) return complete();
-  }
-  if (flow) {
-    flow->valueEnq(position);
-    return false;
-  }
-  createFlowOutOnDemand();
-  if (FlowOut* const made = flowOut()) {
-    made->attrIdIs(row.id);
-    attributeOwed(row);
-    made->outstandingKeysIs(1);
-    made->valueEnq(position);
-  }
-  return false;
-}
-
-void EntityAdapter::textArrived(Inbound& message, void (*set)(Entity&, String8),
-                                void (*react)(EntityAdapter&)) {
-  channelModeIs(MsgChannel::Mode::applied);
-  if (!message.applies) return react(*this);
-  String8::Iterator whole;
-  String8::Iterator& text = message.flow ? message.flow->iterFor(message.id) : whole;
-  if (message.size != 0) {
-    ConnectionInSizeAnchor const bound(message.in, message.size);
-    Ptr<Zol::Connection::In>(&message.in) >> text;
-    if (message.in.left() != 0) message.in.malformed("text message with bytes behind its chunk");
-  }
-  Ptr<Demuxer> const demuxer = streamDemuxer();
-  if (text.position() != 0) {
-    if (!message.flow) {
-      message.flow = demuxer->flowInIs(entityId());
-      message.flow->iterIs(message.id, std::move(text));
-    }
-    demuxer->partialTextGrew(*message.flow);
-    return;
-  }
-  set(*entity(), text.text());
-  if (!message.flow) return;
-  message.flow->iterDel();
-  demuxer->flowInDel(entityId());
-}
+AttributeId EntityAdapter::handleAttrFlowOut(AttributeId id) { return flowOutFrom(*level_, id); }
 
 AttributeId EntityAdapter::flowOutFrom(LogLevel const& level, AttributeId id) {
   HandlingScheduledFlowOutAnchor const anchor(*this);
-  Ptr<FlowOut> const flow(flowOut());
+  Ptr<LevelFlowOut> const flow(levelFlow());
   if (!flow) return 0;
   flow->blockedIs(false);
   while (!flow->pendingAborts().empty()) {
@@ -164,6 +119,7 @@ AttributeId EntityAdapter::flowOutFrom(LogLevel const& level, AttributeId id) {
     sendTransactionMarker(aborted, AttrTransactionType::abort, 0);
     flow->pendingAbortDel(aborted);
   }
+  if (level.rows.empty()) return level.base ? flowOutFrom(*level.base, id) : 0;
   AttributeId const first = level.rows.front().id;
   if (id < first) {
     AttributeId const next = level.base ? flowOutFrom(*level.base, id) : 0;
@@ -201,15 +157,25 @@ AttributeId EntityAdapter::flowOutFrom(LogLevel const& level, AttributeId id) {
   return 0;
 }
 
-void EntityAdapter::freeState(LogLevel const& level, FlowOut& flow) {
-  LogRow const* const row = flow.attrId() == 0 ? nullptr : level.find(flow.attrId());
-  if (!row) return;
-  if (row->kind == LogRow::Kind::text) flow.valueDeq();
-  if (row->kind == LogRow::Kind::collection) flow.bookmarkFree();
+void EntityAdapter::freeResyncState(Ptr<NboAttrLog::FlowOut> const& flow) {
+  LogRow const* const row = flow->attrId() == 0 ? nullptr : level_->find(flow->attrId());
+  if (row && row->freeState) row->freeState(*flow);
 }
 
-void EntityAdapter::messageIs(LogLevel const& level, AttributeId id, DeserializationOptions options,
-                              unsigned int size, Ptr<In> const& in) {
+void EntityAdapter::zolInstantiateSerialize() {
+  StreamAdapter::zolInstantiateSerialize();
+  eachRow(*level_, [this](LogRow const& row) {
+    if (!row.hasChildren()) return;
+    if (row.kind == LogRow::Kind::collection) {
+      row.serialize(*this);
+    } else {
+      row.react(*this, nullptr);
+    }
+  });
+}
+
+void EntityAdapter::handleAttrDeserialization(AttributeId id, DeserializationOptions options,
+                                              unsigned int size, Ptr<In> const& in) {
   Ptr<In> const input(in ? in.get() : nboAttrLogOut() ? nboAttrLogOut()->reverseLog() : nullptr);
   Ptr<Demuxer> const demuxer = streamDemuxer();
   if (!input || !demuxer || !entity()) return;
@@ -223,18 +189,206 @@ void EntityAdapter::messageIs(LogLevel const& level, AttributeId id, Deserializa
                              " peerName: " + String8(nboAttrLogOut()->peerName()));
     }
   }
-  LogRow const* const row = level.find(id);
+  if (id == kSyncModeAttr) return syncModeArrived(*input);
+  In::Position childIdAt = 0;
+  if (id == kWrappedAttr || id == -kWrappedAttr) id = unwrapped(*input, id, childIdAt);
+  LogRow const* const row = level_->find(id);
   auto* const read = !row ? nullptr : id > 0 ? row->apply : row->remove;
   if (!read) return doBaseZolNboAttrLogSaMsg(id, options, size, in);
-  Inbound message{*input, row->id, size, !in, options.prefixOnly, demuxer->flowIn(entityId())};
+  Inbound message{*input,   row->id, size, !in, options.prefixOnly, demuxer->flowIn(entityId()),
+                  childIdAt};
   read(*this, message);
 }
 
-void EntityAdapter::notificationIs(LogLevel const& level, AttributeId id, void* key) {
-  LogRow const* const row = level.find(id);
+// A wrapper begins with two offsets from its start: where the child's message begins, and, unless
+// 0, where the child's entity id stands. In between stand attribute ids; the first that is a child
+// attribute of this class says what the message is.
+AttributeId EntityAdapter::unwrapped(In& input, AttributeId id, In::Position& childIdAt) const {
+  auto const isChild = [this](AttributeId candidate) {
+    LogRow const* const row = level_->find(candidate);
+    return row && row->hasChildren();
+  };
+  bool hasChildren = false;
+  eachRow(*level_, [&](LogRow const& row) { hasChildren |= row.hasChildren(); });
+  if (!hasChildren) return id;
+
+  In::Position const start = input.position();
+  std::uint16_t const message = input.nextU16();
+  std::uint16_t const childId = input.nextU16();
+  if (start + message > input.bound() || start + childId > input.bound()) {
+    input.malformed("wrapper that points behind its end");
+  }
+  while (input.position() - start < message) {
+    auto const candidate = static_cast<AttributeId>(input.nextU32());
+    if (!isChild(candidate)) continue;
+    if (start + message < input.position()) input.malformed("wrapper that points into itself");
+    id = candidate;
+    input.positionIs(start + message);
+  }
+  if (id > 0) input.nextU32();
+  if (childId != 0) childIdAt = start + childId;
+  return id;
+}
+
+void EntityAdapter::skipToChildId(Inbound& message) {
+  if (message.childIdAt == 0) return;
+  if (message.childIdAt < message.in.position()) message.in.malformed("wrapper that points back");
+  message.in.nextBytes(nullptr,
+                       static_cast<std::size_t>(message.childIdAt - message.in.position()));
+}
+
+// The fan-out to the adapters of this entity on other streams goes by ids that streams share, and
+// this runtime allocates none.
+void EntityAdapter::syncModeArrived(In& input) {
+  SyncMode const mode = SyncModeInstance(input.nextU32());
+  channelModeIs(MsgChannel::Mode::settled);
+  auto* const dir = dynamic_cast<Dir*>(entity()->zolParent());
+  if (mode != SyncMode::settle || !dir) return;
+  flagsIs(flagApplying, false);
+  Ptr<Dir::Entry> const entry = dir->entry(entity()->name());
+  if (entry && entry->entity().get() == entity()) entry->settledIs(true);
+}
+
+void EntityAdapter::handleAttrTransaction(AttributeId id, AttrTransactionType type,
+                                          unsigned int n) {
+  Ptr<Demuxer> const demuxer = streamDemuxer();
+  if (!demuxer) return;
+  Ptr<FlowIn> flow = demuxer->flowIn(entityId());
+  if (flow) {
+    if (type == AttrTransactionType::end && flow->aid() == id) flow->handlingTransactionIs(true);
+  } else if (!has(flagQuiet) && type == AttrTransactionType::begin) {
+    flow = demuxer->flowInIs(entityId());
+    flow->aidIs(id);
+  }
+  LogRow const* const row = id > 0 ? level_->find(id) : nullptr;
+  if (row && row->transact && !row->transact(*this, type, flow.get())) return;
+  Entity::ZolNboAttrLogSa::handleAttrTransaction(id, type, n);
+}
+
+Ptr<FlowOut> EntityAdapter::flowOutIs(Ptr<Out> const& out, ConnectDesc const& desc, bool flag,
+                                      AttributeId start) {
+  return new LevelFlowOut(*level_, out, this, desc, flag, start);
+}
+
+void EntityAdapter::doNotification(AttributeId id, void* key) {
+  LogRow const* const row = level_->find(id);
   bool const keyed = row && row->kind == LogRow::Kind::collection;
   if (!row || !entity() || (id < 0 && !keyed)) return;
   row->react(*this, key);
+}
+
+void EntityAdapter::syncModeIs(SyncMode mode) {
+  Entity::ZolNboAttrLogSa::syncModeIs(mode);
+  syncTransaction();
+}
+
+// Where the sync mode and not the markers brackets a resynchronisation, a mode marks or sweeps all
+// that a transaction would.
+void EntityAdapter::syncTransaction() {
+  Ptr<Demuxer> const demuxer = streamDemuxer();
+  if (!demuxer || demuxer->syncLevel() >= 2 || !has(flagApplying)) return;
+  auto const type =
+      syncMode() == SyncMode::mark ? AttrTransactionType::begin : AttrTransactionType::end;
+  for (LogRow const& row : level_->rows) {
+    if (row.transact && row.kind != LogRow::Kind::text) handleAttrTransaction(row.id, type, 0);
+  }
+}
+
+// Children first: they are looked up by the stream that this adapter is on.
+void EntityAdapter::doRemountSelf(Ptr<Out> const& out) {
+  if (entity()) {
+    eachRow(*level_, [this](LogRow const& row) {
+      if (row.dropAdapters) row.dropAdapters(*this);
+    });
+  }
+  Entity::ZolNboAttrLogSa::doRemountSelf(out);
+}
+
+void EntityAdapter::adopt(Ptr<Entity> const& child) {
+  if (!child) return;
+  Ptr<Out> const out = nboAttrLogOut();
+  Ptr<In> const in(out->reverseLog());
+  Ptr<Entity::ZolNboAttrLogSa> const adapter =
+      child->zolNboAttrLogSaIs(childFlags(), 1, out, msgChannelEntry());
+  In::Position const at = in->position();
+  EntityId const id = in->nextEntityId();
+  adapter->doEntityIdIs(id, *demuxFor(in.get()), true);
+  if (!entityId().unified()) in->overwrite(at, entityId().value);
+  adapter->flagsIs(flagStale, false);
+}
+
+Ptr<Entity::ZolNboAttrLogSa> EntityAdapter::announceChild(
+    AttributeId id, Zol_BitSet flags, Entity& child, unsigned int n, OutPtr const& out,
+    PtrInterface* msgChannelEntry, void (*write)(OutPtr const&, Entity const&)) {
+  Ptr<Entity::ZolNboAttrLogSa> adapter = child.zolNboAttrLogSa(nboAttrLogOut());
+  // What the peer knows as an entity without a parent becomes a child under another id.
+  if (adapter && streamDemuxer()->orphanDel(*adapter)) adapter = nullptr;
+  if (adapter) {
+    adapter->notificationFlagsIs(flags);
+    if (adapter->has(flagAnnounced)) return adapter;
+  } else {
+    adapter = child.zolNboAttrLogSaIs(flags, n, out, msgChannelEntry);
+    adapter->zolOnInit();
+  }
+  Expect const scope(48);
+  for (;;) {
+    try {
+      out->nextHeaderIs({entityId(), id, true, 0, kChildMark, false});
+      out << Token::open;
+      write(out, child);
+      out << adapter->entityId() << Token::close;
+      return adapter;
+    } catch (AttrLogRecordException const&) {
+      continue;
+    }
+  }
+}
+
+void EntityAdapter::childLeaves(LogRow const& row, Entity& child) {
+  Ptr<Entity::ZolNboAttrLogSa> const adapter = row.announce(*this, childFlags(), child);
+  doFixChildFlags(*adapter);
+  if (syncMode() == SyncMode::mark || has(flagScheduledFlowOut)) adapter->doThis();
+}
+
+void EntityAdapter::heldChildLeaves(AttributeId id, Zol_BitSet flags, Entity& child) {
+  LogRow const* const row = level_->find(id);
+  if (row && row->hasChildren()) row->announce(*this, flags, child);
+}
+
+Ptr<Entity::ZolNboAttrLogSa> EntityAdapter::childAdapterDel(Entity* child) {
+  if (!child) return nullptr;
+  Ptr<Entity::ZolNboAttrLogSa> adapter = child->zolNboAttrLogSa(nboAttrLogOut());
+  if (adapter) adapter->doRemountSelf(nullptr);
+  return adapter;
+}
+
+void EntityAdapter::childStale(Entity* child) const {
+  if (!child) return;
+  if (Ptr<Entity::ZolNboAttrLogSa> const adapter = child->zolNboAttrLogSa(nboAttrLogOut())) {
+    adapter->flagsIs(flagStale, true);
+  }
+}
+
+bool EntityAdapter::isUnconfirmed(Entity& child) const {
+  Ptr<Entity::ZolNboAttrLogSa> const adapter = child.zolNboAttrLogSa(nboAttrLogOut());
+  return !adapter || adapter->has(flagStale);
+}
+
+EntityId EntityAdapter::peekEntityId(Inbound& message) {
+  In::Position const at = message.in.position();
+  EntityId const id = message.in.nextEntityId();
+  if (message.in.left() != 0) {
+    message.in.malformed("announcement with " + std::to_string(message.in.left()) +
+                         " bytes too many");
+  }
+  message.in.positionIs(at);
+  return id;
+}
+
+void announceHeldChild(Entity::ZolNboAttrLogSa& holder, AttributeId id, Entity::Zol_BitSet flags,
+                       Entity& child) {
+  auto* const adapter = dynamic_cast<EntityAdapter*>(&holder);
+  if (adapter) adapter->heldChildLeaves(id, flags, child);
 }
 
 }  // namespace Zol::NboAttrLog

@@ -1,24 +1,41 @@
-// The reactions that all attributes share: what leaves at once, what is owed, and how it is paid.
+// The adapters whose attributes are told by rows: what a reaction may do, the flow-out, the
+// dispatch of a message, transactions.
 #pragma once
 
-#include "host/zol/attrlog/scalar_form.h"
+#include "host/zol/attrlog/level_flow_out.h"
 #include "host/zol/expect.h"
 
 namespace Zol::NboAttrLog {
 
-// The base of the stream adapters whose attributes are told by rows. An adapter's class overrides
-// the operations of the stream with calls of those below, which take the class's rows.
+// What a reaction of an adapter may do about a change.
+enum class Hearing : std::uint8_t {
+  ignores,  // nothing, nor touch the flag word
+  silent,   // nothing
+  adopts,   // the change is an inbound message: take over the child that it announces
+  sends,
+};
+
+// The base of the stream adapters. An adapter's class has the reactions of its attributes, stamped
+// from its list, and hands its rows to `levelIs`; all operations of the stream work over the rows.
+// What the kinds of attributes do (scalar.h, text.h, children.h, ...) is built of the operations
+// below.
 class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
  public:
   ~EntityAdapter() override;
 
-  // Takes in one message of a text's run; `set` assigns the text once it is complete.
-  void textArrived(Inbound& message, void (*set)(Entity&, String8), void (*react)(EntityAdapter&));
+  AttributeId handleAttrFlowOut(AttributeId id) override;
+  void freeResyncState(Ptr<NboAttrLog::FlowOut> const& flow) override;
+  void zolInstantiateSerialize() override;
+  void handleAttrDeserialization(AttributeId id, DeserializationOptions options, unsigned int size,
+                                 Ptr<In> const& in) override;
+  void handleAttrTransaction(AttributeId id, AttrTransactionType type, unsigned int n) override;
+  Ptr<NboAttrLog::FlowOut> flowOutIs(Ptr<Out> const& out, ConnectDesc const& desc, bool flag,
+                                     AttributeId start) override;
+  void doNotification(AttributeId id, void* key) override;
+  void syncModeIs(SyncMode mode) override;
+  void doRemountSelf(Ptr<Out> const& out) override;
 
- protected:
-  using Entity::ZolNboAttrLogSa::ZolNboAttrLogSa;
-
-  // Whose bits clear themselves on every way out of a reaction.
+  // Clears the applying bit on every way out of a reaction.
   class ApplyingEnd {
    public:
     explicit ApplyingEnd(EntityAdapter& adapter) : adapter_(adapter) {}
@@ -30,61 +47,90 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
     EntityAdapter& adapter_;
   };
 
-  // The operations of the stream over the rows of a class.
-  AttributeId flowOutFrom(LogLevel const& level, AttributeId id);
-  void freeState(LogLevel const& level, FlowOut& flow);
-  void messageIs(LogLevel const& level, AttributeId id, DeserializationOptions options,
-                 unsigned int size, Ptr<In> const& in);
-  void notificationIs(LogLevel const& level, AttributeId id, void* key);
-
-  // The reaction to a change of a scalar: `write( out )` writes the message, now or never; when it
-  // may not go now it is owed.
-  template <class Write>
-  void scalarChanged(LogRow const& row, Write&& write) {
-    if (has(flagQuiet) || (!has(flagApplying) && handlingFlowInFor(row.id))) return;
-    ApplyingEnd const end(*this);
-    if (isSilent() || has(flagApplying)) return;
-    Ptr<Out> const out = nboAttrLogOut();
-    if (!out) return;
-    requireWritable(row.id, row.attr);
-    if (mayLeave(row, *out)) write(out);
+  // What a reaction to a change of the attribute may do. Throws through `doThrowReadOnly` when
+  // outbound changes are refused.
+  [[nodiscard]] Hearing hearing(LogRow const& row) const;
+  // The flow that owes something, or null in direct mode.
+  [[nodiscard]] LevelFlowOut* levelFlow() const noexcept {
+    return static_cast<LevelFlowOut*>(StreamAdapter::flowOut());
   }
-
-  template <class T, class Model, auto get>
-  void scalarOf(LogRow const& row) {
-    scalarChanged(row, [&](Ptr<Out> const& out) {
-      writeScalar<T>(*this, out, row.id, (static_cast<Model const&>(*entity()).*get)());
-    });
-  }
-
-  // Announces the entity as one without a parent here; `write` writes the constructor parameters.
-  template <class Write>
-  void orphanIs(Write&& write) {
-    beginOrphan();
-    write(nboAttrLogOut());
-    endOrphan();
-  }
-
-  // The reaction to a change of a text, and its part of a flow-out. `current` reads the text. True
-  // when all of it has left, or nothing was to send.
-  bool textChanged(LogRow const& row, String8 (*current)(Entity const&));
-
-  [[nodiscard]] bool isSilent() const noexcept {
-    return has(flagStale | flagMuted) || !has(flagStreaming);
-  }
-  // Throws through `doThrowReadOnly` when outbound changes are refused.
-  void requireWritable(AttributeId id, ZolAttr const* (*attr)(AttributeId)) const;
+  // Whether a message about an attribute without a key may leave now; when not, it is owed.
+  [[nodiscard]] bool mayLeave(LogRow const& row, Out const& out);
   // Whether a message may leave now without a look at what is owed; makes a flow where it may not.
   [[nodiscard]] bool mayLeaveDirectly(AttributeId id, Out const& out);
   void attributeOwed(LogRow const& row);
+  // Gives the flow for something of the attribute that could not leave, made if there is none; null
+  // on a closed log.
+  LevelFlowOut* flowFor(AttributeId id);
+  // The child that the peer announces next in the stream takes its id from there. `child` may be
+  // null.
+  void adopt(Ptr<Entity> const& child);
+  // Makes or finds the adapter of the child, and writes the announcement unless it needs none.
+  // `write` writes the constructor parameters.
+  Ptr<Entity::ZolNboAttrLogSa> announceChild(AttributeId id, Zol_BitSet flags, Entity& child,
+                                             unsigned int n, OutPtr const& out,
+                                             PtrInterface* msgChannelEntry,
+                                             void (*write)(OutPtr const&, Entity const&));
+  // Takes the child's adapter off its stream; gives it, or null.
+  Ptr<Entity::ZolNboAttrLogSa> childAdapterDel(Entity* child);
+  // Sends an announcement by way of the row, and what the child owes.
+  void childLeaves(LogRow const& row, Entity& child);
+  // Announces a child held under the attribute, with these flags; nothing for an attribute without
+  // children.
+  void heldChildLeaves(AttributeId id, Zol_BitSet flags, Entity& child);
+  // Marks the child's adapter on this stream as awaiting confirmation.
+  void childStale(Entity* child) const;
+  // Whether a sweep takes the child: nothing on this stream has confirmed it.
+  [[nodiscard]] bool isUnconfirmed(Entity& child) const;
+  // Takes out one member that the source does not have, unheard by the peer.
+  template <class Del>
+  void sweep(Del&& del) {
+    ApplyingEnd const end(*this);
+    flagsIs(flagApplying, true);
+    del();
+  }
+  // The id that a message announces, which stays in the stream.
+  [[nodiscard]] static EntityId peekEntityId(Inbound& message);
+  // Moves on to where a wrapped child's id stands.
+  static void skipToChildId(Inbound& message);
+
+  using Entity::ZolNboAttrLogSa::childFlags;
+  using StreamAdapter::channelModeIs;
+  using StreamAdapter::continueFlowOut;
+
+ protected:
+  using Entity::ZolNboAttrLogSa::ZolNboAttrLogSa;
+
+  // For the constructor of each level, last: takes the level's listener and its rows.
+  template <class Half>
+  void levelIs(Entity* entity, Half* listener, LogLevel const& level) {
+    Entity::ZolNboAttrLogSa::levelIs(entity, listener);
+    level_ = &level;
+    syncTransaction();
+  }
+  // Announces the entity as one without a parent here; `write` writes the constructor parameters.
+  void orphanIs(void (*write)(OutPtr const&, Entity const&));
 
  private:
+  AttributeId flowOutFrom(LogLevel const& level, AttributeId id);
+  [[nodiscard]] AttributeId unwrapped(In& input, AttributeId id, In::Position& childIdAt) const;
+  void syncModeArrived(In& input);
+  void syncTransaction();
+  [[nodiscard]] bool isSilent() const noexcept {
+    return has(flagStale | flagMuted) || !has(flagStreaming);
+  }
+
+  LogLevel const* level_ = nullptr;
   // The change of the entity at which something was owed last.
   std::uint32_t owedAt_ = 0;
-
-  void beginOrphan();
-  void endOrphan();
-  [[nodiscard]] bool mayLeave(LogRow const& row, Out const& out);
 };
+
+// Asks the adapter of the child's holder, which exists, to announce the child; does nothing when
+// the holder's class has no such child attribute.
+ZOL_EXPORT void announceHeldChild(Entity::ZolNboAttrLogSa& holder, AttributeId id,
+                                  Entity::Zol_BitSet flags, Entity& child);
+
+// An extra byte behind the last field is malformed, and found before anything is applied.
+ZOL_EXPORT void requireEnd(Inbound& message);
 
 }  // namespace Zol::NboAttrLog

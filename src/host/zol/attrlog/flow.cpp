@@ -24,16 +24,20 @@ String8::IteratorConst FlowOut::valueDeq() {
   return position;
 }
 
-void FlowOut::bookmarkEnq(Name key) {
-  if (bookmark_) throwInternalException("!rsc->bookmark()");
-  bookmark_ = std::make_unique<Name>(std::move(key));
+void FlowOut::valueKeyEnq(LogKey key) {
+  if (valueKey_) throwInternalException("!rsc->valueIterKey()");
+  valueKey_ = std::move(key);
 }
 
-Name FlowOut::bookmarkDeq() {
-  if (!bookmark_) return {};
-  Name key = std::move(*bookmark_);
-  bookmark_.reset();
+LogKey FlowOut::valueKeyDeq() {
+  LogKey key = std::move(valueKey_.value());
+  valueKey_.reset();
   return key;
+}
+
+void FlowOut::bookmarkEnq(LogKey key) {
+  if (bookmark_) throwInternalException("!rsc->bookmark()");
+  bookmark_ = std::move(key);
 }
 
 void FlowOut::pendingAbortIs(AttributeId id, bool value) {
@@ -50,21 +54,11 @@ void FlowOut::bitIs(DirtyBit bit, bool value) noexcept {
 }
 
 bool FlowOut::hasDirtyAttributes() const {
-  return hasValueIter() || hasBookmark() || !pendingAborts_.empty();
+  return hasValueIter() || hasValueKey() || hasBookmark() || !pendingAborts_.empty();
 }
 
 void FlowOut::owedFromStart(DirtyBit bit, AttributeId id, bool collection) noexcept {
   bitIs(bit, collection ? start_ > id : start_ <= id);
-}
-
-bool DirtyNames::dirtyIs(Name const& key) {
-  if (map_[key]) return false;
-  map_.newMember(Ptr<Entry>(new Entry(key)).get());
-  return true;
-}
-
-void DirtyNames::dirtyDel(Name const& key) {
-  if (Entry* const entry = map_[key]) map_.deleteMember(entry);
 }
 
 FlowIn::~FlowIn() { accountedIs(0); }
@@ -91,6 +85,11 @@ void FlowIn::iterIs(AttributeId id, String8::Iterator iter) {
   if (iter_) throwInternalException("!rrc->iter()");
   iter_ = std::make_unique<String8::Iterator>(std::move(iter));
   aid_ = id;
+}
+
+void FlowIn::idxIs(LogKey key) {
+  if (idx_) throwInternalException("!rsc->idx()");
+  idx_ = std::move(key);
 }
 
 void FlowIn::iterDel() noexcept {

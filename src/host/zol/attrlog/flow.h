@@ -6,10 +6,9 @@
 #include <memory>
 #include <optional>
 #include <set>
-#include <vector>
+#include <variant>
 
 #include "host/zol/attrlog/out.h"
-#include "host/zol/hash_map.h"
 
 namespace Zol {
 
@@ -28,6 +27,9 @@ namespace NboAttrLog {
 
 // A start attribute above all ids: a flow made with it owes nothing until something is marked.
 inline constexpr AttributeId kOwesOnlyMarks = 0x7fffffff;
+
+// A key of whichever type the collection has.
+using LogKey = std::variant<std::uint8_t, std::uint32_t, Name>;
 
 // One attribute's bit in a flow. Set 0 belongs to classes directly below `Entity`, where the first
 // attribute takes bit 1; set 1 to the level below, where it takes bit 0.
@@ -72,11 +74,26 @@ class ZOL_EXPORT FlowOut : public PtrInterface {
   // Takes the saved position; an iterator over the empty text when there is none.
   String8::IteratorConst valueDeq();
 
-  // The key at which a collection walk goes on; at most one. Its type is the collection's key type.
-  [[nodiscard]] bool hasBookmark() const noexcept { return static_cast<bool>(bookmark_); }
+  // The key of the keyed text to which the saved position belongs; at most one.
+  [[nodiscard]] bool hasValueKey() const noexcept { return valueKey_.has_value(); }
+  [[nodiscard]] bool valueKeyIs(LogKey const& key) const { return valueKey_ == key; }
+  // Throws `InternalException` "!rsc->valueIterKey()" when one is saved already.
+  void valueKeyEnq(LogKey key);
+  // Takes the key, which must be there.
+  LogKey valueKeyDeq();
+  void valueKeyFree() noexcept { valueKey_.reset(); }
+
+  // The key at which a collection walk goes on; at most one.
+  [[nodiscard]] bool hasBookmark() const noexcept { return bookmark_.has_value(); }
   // Throws `InternalException` "!rsc->bookmark()" when one is saved already.
-  void bookmarkEnq(Name key);
-  Name bookmarkDeq();
+  void bookmarkEnq(LogKey key);
+  // Takes the key; the zero key or the empty name when there is none.
+  template <class Key>
+  Key bookmarkDeq() {
+    Key const key = bookmark_ ? std::get<Key>(*bookmark_) : Key{};
+    bookmark_.reset();
+    return key;
+  }
   void bookmarkFree() noexcept { bookmark_.reset(); }
 
   void pendingAbortIs(AttributeId id, bool value);
@@ -107,36 +124,13 @@ class ZOL_EXPORT FlowOut : public PtrInterface {
   unsigned char zolDataBits_ = 0;
   std::array<std::uint32_t, 2> bits_{};
   std::optional<String8::IteratorConst> valueIter_;
-  std::unique_ptr<Name> bookmark_;
+  std::optional<LogKey> valueKey_;
+  std::optional<LogKey> bookmark_;
   std::set<AttributeId> pendingAborts_;
 };
 
-// The keys owed of one hashed collection.
-class ZOL_EXPORT DirtyNames {
- public:
-  class Entry : public PtrInterface {
-   public:
-    explicit Entry(Name key) : key_(std::move(key)) {}
-    [[nodiscard]] Name const& zolKey() const noexcept { return key_; }
-
-    HashLink zolHashLink_;
-
-   private:
-    Name key_;
-  };
-  using Map = HashMap<Entry, Name, Entry>;
-
-  [[nodiscard]] bool empty() const noexcept { return map_.count() == 0; }
-  // False when the key was owed already.
-  bool dirtyIs(Name const& key);
-  void dirtyDel(Name const& key);
-  [[nodiscard]] Map const& map() const noexcept { return map_; }
-
- private:
-  Map map_;
-};
-
-// What an entity has received in part: the text of attribute `aid`, so far.
+// What an entity has received in part: the text of attribute `aid`, so far, and its key if the
+// attribute has keys. A begun transaction on `aid` holds one too.
 class ZOL_EXPORT FlowIn : public PtrInterface {
  public:
   // `partialBytes`: the bytes of all partial texts of the connection.
@@ -156,6 +150,12 @@ class ZOL_EXPORT FlowIn : public PtrInterface {
   // already.
   void iterIs(AttributeId id, String8::Iterator iter);
   void iterDel() noexcept;
+  // The key of the text under way.
+  [[nodiscard]] bool hasIdx() const noexcept { return idx_.has_value(); }
+  [[nodiscard]] bool idxMatches(LogKey const& key) const { return idx_ == key; }
+  // Throws `InternalException` "!rsc->idx()" when there is one already.
+  void idxIs(LogKey key);
+  void idxDel() noexcept { idx_.reset(); }
   // Counts the text as it stands now among the connection's partial texts; gives their sum.
   std::size_t accounted();
 
@@ -167,6 +167,7 @@ class ZOL_EXPORT FlowIn : public PtrInterface {
   AttributeId aid_ = 0;
   bool handlingTransaction_ = false;
   std::unique_ptr<String8::Iterator> iter_;
+  std::optional<LogKey> idx_;
 };
 
 }  // namespace NboAttrLog

@@ -1,5 +1,7 @@
 #include "host/zol/attrlog/stream_adapter.h"
 
+#include "host/zol/attrlog/entity_adapter.h"
+#include "host/zol/dir.h"
 #include "host/zol/registry/zol_attr.h"
 #include "host/zol/registry/zol_type.h"
 
@@ -169,7 +171,7 @@ void Entity::ZolNboAttrLogSa::onZeroReferences() {
   Ptr<ZolNboAttrLogSa> const hold(this);
   hasNotificationActiveIs(false);
   if (Ptr<NboAttrLog::Demuxer> const demuxer = streamDemuxer()) {
-    demuxer->reactorDel(entityId());
+    if (!demuxer->orphanDel(*this)) demuxer->reactorDel(entityId());
   }
   // Whoever still holds the adapter must not reach the entity through it.
   detachLevels();
@@ -350,8 +352,23 @@ Ptr<Entity::ZolNboAttrLogSa> Entity::zolNboAttrLogSaDel(Ptr<NboAttrLog::Out cons
   return adapter;
 }
 
-// An entity is known when it has been announced itself; what stands below an announced one can be
-// announced as a child, and what stands below nothing that the log knows, as an orphan.
+namespace {
+
+// By way of the holder's type object, or of its adapter in a process that registers no attributes.
+void announceHeld(Entity& holder, Entity& child, Ptr<NboAttrLog::Out> const& out) {
+  if (ZolAttr const* const attr = holder.fwkType()->attr(child.parentAttrId())) {
+    holder.fwkType()->childAttrLogIs(attr, Ptr<PtrInterface>(&child), out);
+  } else {
+    Entity::ZolNboAttrLogSa& adapter = *findAdapter(holder, out.get());
+    NboAttrLog::announceHeldChild(adapter, child.parentAttrId(), adapter.zol_bitSet(), child);
+  }
+}
+
+}  // namespace
+
+// An entity is known when it and all its holders have been announced, up to a root or to one that
+// was announced without its holder. What stands below such a one can be announced as a child, and
+// what stands below nothing that the log knows, as an orphan.
 std::uint64_t Entity::entityId(Ptr<NboAttrLog::Out const> const& out, bool announce, bool,
                                bool raise) {
   Ptr<NboAttrLog::Out> const stream(const_cast<NboAttrLog::Out*>(out.get()));
@@ -360,21 +377,28 @@ std::uint64_t Entity::entityId(Ptr<NboAttrLog::Out const> const& out, bool annou
     if (demuxer) demuxer->unreplicatedInc();
     return 0;
   }
-  std::vector<Entity*> unknown;
-  Entity* holder = this;
-  for (; holder; holder = holder->zolParent()) {
-    ZolNboAttrLogSa const* const adapter = findAdapter(*holder, out.get());
-    if (adapter && adapter->announced()) break;
-    unknown.push_back(holder);
+  std::vector<Entity*> chain;
+  for (Entity* at = this; at; at = at->zolParent()) {
+    chain.push_back(at);
+    ZolNboAttrLogSa const* const adapter = findAdapter(*at, out.get());
+    if (adapter && adapter->announcedAsOrphan()) break;
   }
+  Entity* holder = nullptr;
+  while (!chain.empty()) {
+    ZolNboAttrLogSa const* const adapter = findAdapter(*chain.back(), out.get());
+    bool const announced = adapter && adapter->announced();
+    if (!announced && !dynamic_cast<Dir const*>(chain.back())) break;
+    if (announced) holder = chain.back();
+    chain.pop_back();
+  }
+  if (chain.empty()) return findAdapter(*this, out.get())->entityId().value;
   if (!holder) {
     demuxer->announceOrphan(*this);
   } else if (announce) {
-    for (; !unknown.empty(); unknown.pop_back()) {
-      Entity* const child = unknown.back();
+    for (; !chain.empty(); chain.pop_back()) {
+      Entity* const child = chain.back();
       NboAttrLog::Out::NestedMessage const nested(*stream);
-      holder->fwkType()->childAttrLogIs(holder->fwkType()->attr(child->parentAttrId()),
-                                        Ptr<PtrInterface>(child), stream);
+      announceHeld(*holder, *child, stream);
       ZolNboAttrLogSa* const childAdapter = findAdapter(*child, out.get());
       if (!childAdapter) break;
       findAdapter(*holder, out.get())->doFixChildFlags(*childAdapter);
@@ -384,6 +408,7 @@ std::uint64_t Entity::entityId(Ptr<NboAttrLog::Out const> const& out, bool annou
   }
   ZolNboAttrLogSa const* const adapter = findAdapter(*this, out.get());
   if (adapter && adapter->announced()) return adapter->entityId().value;
+  demuxer->awaitedIs(*this);
   if (raise) throw EntityIdUnavailableException(fullName() + " has no id on this log yet");
   return 0;
 }

@@ -173,6 +173,8 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   }
   // The peer knows the entity by an id: this end has announced it, or the peer has.
   [[nodiscard]] bool announced() const noexcept { return announced_; }
+  // It was this end, and as an entity without a parent.
+  [[nodiscard]] bool announcedAsOrphan() const noexcept { return announced_ && orphan_; }
   // The other end of the log owns the tree that the entity belongs to.
   [[nodiscard]] bool isReplica() const noexcept;
   // Whether changes of the entity reach no owner, because it is a replica that may not be written.
@@ -239,6 +241,7 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   AttributeId resume_ = 0;
   unsigned int idleRounds_ = 0;
   bool announced_ = false;
+  bool orphan_ = false;
   bool streams_ = false;
   bool needsWalk_ = false;
   bool walkDone_ = false;

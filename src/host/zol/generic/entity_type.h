@@ -19,13 +19,13 @@ template <class X>
   return genericEntity<X>(strepToValue<Ptr<X>>(text).get(), isConst);
 }
 
-// The type object of an entity class that no schema describes.
-template <class X>
-class EntityType final : public ZolType {
+// The type object of an entity class that no schema describes; `Base` is what else it can do.
+template <class X, class Base = ZolType>
+class EntityType final : public Base {
  public:
-  EntityType(Name name, ZolType* base) : ZolType(std::move(name), nullptr, base, {}) {}
+  using Base::Base;
 
-  using ZolType::genericIf;
+  using Base::genericIf;
   [[nodiscard]] Ptr<GenericIf> genericIf(String8 const& text, bool isConst) const override {
     return genericEntity<X>(text, isConst);
   }

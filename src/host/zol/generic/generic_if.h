@@ -21,6 +21,7 @@ class ZOL_EXPORT GenericIf : public PtrInterface::NotifieeConst {
   class List;
   class List_;
   class AttributeIteratorConst;
+  // One class serves both kinds of walk.
   using AttributeIterator = AttributeIteratorConst;
 
   // The operations. Each one from `attrOpWrite` upward is a mutation.
@@ -32,14 +33,19 @@ class ZOL_EXPORT GenericIf : public PtrInterface::NotifieeConst {
     attrOpWrite = 128,
     attrOpDelete = 129,
   };
+  // An operation on an attribute.
   struct AttributeOp {
+    // See `attributeId`.
     AttributeId attributeId = 0;
+    // An `OpId`; another number is refused as not supported.
     std::int32_t opId = attrOpRead;
   };
 
+  // A constant one refuses mutations.
   explicit GenericIf(bool isConst) : isConst_(isConst) {}
   ~GenericIf() override;
 
+  // The type of the value or entity.
   [[nodiscard]] virtual ZolType* type() const = 0;
   // The address of the value, which must be of this very type; of an entity, its address as a
   // `PtrInterface`, when its class is the type or derives from it. Throws `TypeException` with the
@@ -73,20 +79,26 @@ class ZOL_EXPORT GenericIf : public PtrInterface::NotifieeConst {
   // that key. Members may come and go meanwhile. Throws `UnknownAttrException` for an attribute
   // without keys, `TypeException` for a missing key.
   [[nodiscard]] virtual AttributeIteratorConst attributeIteratorConst(AttributeId id) const;
+  // As above, from the member of that key.
   [[nodiscard]] virtual AttributeIteratorConst attributeIteratorKeyConst(
       AttributeId id, Ptr<GenericIf const> const& key) const;
+  // The same walk as `attributeIteratorConst`.
   [[nodiscard]] AttributeIterator attributeIterator(AttributeId id) const;
+  // The same walk as `attributeIteratorKeyConst`.
   [[nodiscard]] AttributeIterator attributeIteratorKey(AttributeId id,
                                                        Ptr<GenericIf const> const& key) const;
   // The member on which the iterator stands, and its key; null when it stands on nothing.
   [[nodiscard]] virtual Ptr<GenericIf> attributeIterator_iterObj(AttributeIteratorConst const& it);
   [[nodiscard]] virtual Ptr<GenericIf const> attributeIterator_iterObj(
       AttributeIteratorConst const& it) const;
+  // Moves the iterator to the next member.
   virtual void attributeIterator_iterInc(AttributeIteratorConst const& it) const;
+  // The key of the member on which the iterator stands; null when it stands on nothing.
   [[nodiscard]] virtual Ptr<GenericIf> attributeIterator_iterKey(
       AttributeIteratorConst const& it) const;
   // A second iterator at the same place.
   [[nodiscard]] virtual void* attributeIterator_iterClone(AttributeIteratorConst const& it) const;
+  // Whether the iterator stands on a member.
   [[nodiscard]] virtual bool attributeIterator_nonNull(AttributeIteratorConst const& it) const;
   // Ends the iterator; the members stay.
   virtual void attributeIterator_iterDel(AttributeIteratorConst const& it) const;
@@ -101,10 +113,12 @@ class ZOL_EXPORT GenericIf : public PtrInterface::NotifieeConst {
 
   // True for a generic object that refuses all mutations.
   [[nodiscard]] bool isConst() const noexcept { return isConst_; }
+  // Whether an operation changes something.
   [[nodiscard]] static constexpr bool isMutation(std::int32_t op) noexcept {
     return op >= attrOpWrite;
   }
 
+  // Throws the exception of that name with this text.
   [[noreturn]] static void throwConstException(String8 const& text);
   [[noreturn]] static void throwBadIndexAttrException(String8 const& name);
   [[noreturn]] static void throwTypeException(String8 const& name);
@@ -141,10 +155,13 @@ class ZOL_EXPORT GenericIf::AttributeIteratorConst {
   [[nodiscard]] Ptr<GenericIf> obj() const;
   [[nodiscard]] Ptr<GenericIf> key() const;
 
+  // The generic object that made the walk.
   [[nodiscard]] Ptr<GenericIf> const& generic() const noexcept { return generic_; }
+  // The attribute whose members are walked.
   [[nodiscard]] AttributeId attributeId() const noexcept { return id_; }
   // What `attributeIterator_iterDel` has ended is gone.
   [[nodiscard]] void* iterator() const noexcept { return iterator_; }
+  // For the generic object.
   void iteratorIs(void* iterator) const noexcept { iterator_ = iterator; }
 
  private:
@@ -157,6 +174,7 @@ class ZOL_EXPORT GenericIf::AttributeIteratorConst {
 class ZOL_EXPORT GenericIf::List {
  public:
   class ZolGenericIf;
+  // The arguments, each a generic object or null.
   using Queue = LinkedQueue<ZolGenericIf, GenericIf, Ptr<GenericIf>>;
 
   static ZolType* _fwkType();
@@ -177,6 +195,7 @@ class GenericIf::List::ZolGenericIf final : public PtrInterface {
 // The generic object of an argument list.
 class ZOL_EXPORT GenericIf::List_ final : public GenericIf {
  public:
+  // An empty list; the flag is of no use to it.
   explicit List_(bool isConst) : GenericIf(isConst) {}
   ~List_() override;
   // A new, empty list.

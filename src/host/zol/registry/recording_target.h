@@ -14,6 +14,7 @@ class ZOL_EXPORT RecordingTarget final : public IntrospectionTarget {
  public:
   ~RecordingTarget() override;
 
+  // The types that have been reported.
   [[nodiscard]] std::vector<ZolType*> const& types() const noexcept { return types_; }
 
   void handleNameSpace(String8 const& name) override;

@@ -12,6 +12,7 @@ class LinkQueueText final : public LinkQueueMember<LinkQueueText, String8> {
  public:
   using LinkQueueMember::LinkQueueMember;
 };
+// Texts in the order in which they were entered.
 using TextQueue = LinkQueue<LinkQueueText, std::uint32_t, String8>;
 
 // What a type says of one of its attributes. A type that derives from another has copies of its own
@@ -26,8 +27,11 @@ class ZOL_EXPORT ZolAttr final : public Entity {
   // A new attribute that says the same of the type `owner`.
   [[nodiscard]] Ptr<ZolAttr> copyFor(ZolType* owner) const;
 
+  // The id, fixed for good.
   [[nodiscard]] AttributeId attrId() const noexcept { return id_; }
+  // What kind of attribute it is.
   [[nodiscard]] AttrFlags flags() const noexcept { return flags_; }
+  // Further flags, for tools.
   [[nodiscard]] std::uint32_t introspectionFlags() const noexcept { return introspection_; }
   // The type whose attribute this is; of a copy, the type that it was made for.
   [[nodiscard]] ZolType* owner() const noexcept { return owner_; }
@@ -42,18 +46,26 @@ class ZOL_EXPORT ZolAttr final : public Entity {
   // The width that keys of new members are padded to in texts; 0: as they are.
   [[nodiscard]] std::uint32_t keyWidth() const noexcept { return keyWidth_; }
 
+  // Registration; not for use after it.
   void keyTypeIs(ZolType* type) noexcept { keyType_ = type; }
+  // Registration; not for use after it.
   void keyFieldNameIs(Name name) { keyFieldName_ = std::move(name); }
+  // Registration; not for use after it.
   void keyAttrIs(Ptr<ZolAttr const> attr) { keyAttr_ = std::move(attr); }
+  // Registration; not for use after it.
   void keyWidthIs(std::uint32_t width) noexcept { keyWidth_ = width; }
+  // Registration; not for use after it.
   void introspectionFlagsIs(std::uint32_t flags) noexcept { introspection_ = flags; }
 
   // What the constructor of the value takes, for attributes whose holder makes the value.
   void constructorArgNameQEnq(String8 name) { argNames_.enq(std::move(name)); }
+  // The argument's type, for each name that has been entered.
   void constructorArgTypeQEnq(String8 type) { argTypes_.enq(std::move(type)); }
+  // The names of those arguments, in their order.
   [[nodiscard]] TextQueue::IteratorConst constructorArgNameQIteratorConst() const {
     return TextQueue::IteratorConst(argNames_);
   }
+  // The types of those arguments, in the same order.
   [[nodiscard]] TextQueue::IteratorConst constructorArgTypeQIteratorConst() const {
     return TextQueue::IteratorConst(argTypes_);
   }

@@ -22,17 +22,24 @@ class ZOL_EXPORT ZolType : public Entity {
  public:
   class ZolAttributeQ;
   class ZolDerivedTypeQ;
+  // Attributes in the order of entry.
   using AttributeQueue = LinkQueue<ZolAttributeQ, std::uint32_t, ZolAttr>;
+  // Types in the order of entry.
   using DerivedTypeQueue = LinkQueue<ZolDerivedTypeQ, std::uint32_t, ZolType>;
+  // See `digestFnIs`.
   using DigestFn = void (*)(Entity const&, Digest&);
+  // See `keyTextFnIs`.
   using KeyTextFn = String8 (*)(Entity const&);
 
   // Traits of a type besides its kind.
   struct ZolTypeFlags {
+    // The traits by their bits.
     enum Bit : std::uint32_t { kEmbeddedWriteConstraints = 0x1 };
 
+    // Whether a trait is set.
     [[nodiscard]] bool has(Bit bit) const { return (word & bit) != 0; }
 
+    // All traits together.
     std::uint32_t word = 0;
   };
 
@@ -75,17 +82,26 @@ class ZOL_EXPORT ZolType : public Entity {
 
   // Registration. Nothing of this is for use after a type has been registered.
   [[nodiscard]] virtual bool typeFlagsDoEmbeddedWriteConstraints() const;
+  // Registration: the size of an instance, in bytes.
   virtual void sizeIs(std::size_t size);
+  // Registration: whether it is a type of values.
   virtual void isValueIs(bool value);
+  // Registration: whether it is an enumeration.
   virtual void isEnumTypeIs(bool value);
+  // Registration: whether it is a class of entities.
   virtual void isEntityIs(bool value);
+  // Registration: whether there are generic objects of it.
   virtual void hasGenericIfSupportIs(bool value);
+  // Registration: see `valAttr`; null for none.
   virtual void valAttrIs(Ptr<ZolAttr> const& attr);
   // Enters an attribute behind the others. One of the same name that stands there gives up its
   // place to it, so that a redefinition stands where the copy from the base stood.
   virtual void attributeQEnq(Ptr<ZolAttr> const& attr);
+  // Registration: a type that derives from this one.
   virtual void derivedTypeQEnq(ZolType* derived);
+  // Registration: the name of a further argument of the constructor.
   virtual void constructorArgNameQEnq(String8 name);
+  // Registration: the type of a further argument of the constructor.
   virtual void constructorArgTypeQEnq(String8 type);
   // Makes an attribute and enters it into the directory of names, not into the queue. `keyAttr` is
   // the attribute of this type with the name of the key field, or null; `redefined` the attribute
@@ -99,13 +115,19 @@ class ZOL_EXPORT ZolType : public Entity {
   [[nodiscard]] static Ptr<GenericIf> genericIf(PtrInterface* object, bool isConst);
   [[nodiscard]] Ptr<GenericIf> genericIf(char const* text, bool isConst) const;
 
+  // The type that this one derives from, or null.
   [[nodiscard]] ZolType* baseType() const noexcept { return base_; }
+  // The type inside which this one is declared, or null.
   [[nodiscard]] ZolType* enclosingType() const noexcept { return enclosing_; }
   // Of an instance, in bytes.
   [[nodiscard]] std::size_t size() const noexcept { return size_; }
+  // True for numbers, texts, value records and enumerations.
   [[nodiscard]] bool isValue() const noexcept { return isValue_; }
+  // True for enumerations.
   [[nodiscard]] bool isEnumType() const noexcept { return isEnumType_; }
+  // True for classes of entities.
   [[nodiscard]] bool isEntity() const noexcept { return isEntity_; }
+  // Whether there are generic objects of this type.
   [[nodiscard]] bool hasGenericIfSupport() const noexcept { return hasGenericIfSupport_; }
   // The attribute that stands for the whole value, or null.
   [[nodiscard]] ZolAttr* valAttr() const noexcept { return valAttr_.get(); }
@@ -118,17 +140,23 @@ class ZOL_EXPORT ZolType : public Entity {
   // The attribute with this id, or null; a type of which none is registered answers as its base.
   [[nodiscard]] ZolAttr const* attr(AttributeId id) const;
 
+  // The attributes in the order of entry, copies from the base included.
   [[nodiscard]] AttributeQueue::IteratorConst attributeQIteratorConst() const;
+  // The types that derive directly from this one.
   [[nodiscard]] DerivedTypeQueue::IteratorConst derivedTypeQIteratorConst() const;
+  // The names of the constructor's arguments, in their order.
   [[nodiscard]] TextQueue::IteratorConst constructorArgNameQIteratorConst() const;
+  // Their types, in the same order.
   [[nodiscard]] TextQueue::IteratorConst constructorArgTypeQIteratorConst() const;
 
   // What adds the replicated state of an entity of this type to a digest; null when nothing does.
   void digestFnIs(DigestFn fn) noexcept { digestFn_ = fn; }
+  // See `digestFnIs`.
   [[nodiscard]] DigestFn digestFn() const noexcept { return digestFn_; }
   // What gives the key, as a text, under which a holder keeps an entity of this type; null when
   // that is the entity's name.
   void keyTextFnIs(KeyTextFn fn) noexcept { keyTextFn_ = fn; }
+  // See `keyTextFnIs`.
   [[nodiscard]] KeyTextFn keyTextFn() const noexcept { return keyTextFn_; }
 
   // Enters the type under its full name, by which it can be found from now on.

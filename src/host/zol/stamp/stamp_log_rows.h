@@ -1,21 +1,13 @@
-// Stamps the rows of a class's scalars and texts. `Sa` names the adapter class, `Model` its
-// entity's, `dirtyBit( id )` gives an attribute's bit, `cachedAttr( id )` its registered attribute.
-// Include the class's list behind it.
-#define ZOL_SCALAR(attr, Attr, id, Type, initial, FLAGS)                        \
-  {id,                                                                          \
-   Zol::NboAttrLog::LogRow::Kind::scalar,                                       \
-   dirtyBit(id),                                                                \
-   &cachedAttr,                                                                 \
-   &Zol::NboAttrLog::reactTo<&Sa::on##Attr>,                                    \
-   nullptr,                                                                     \
-   &Zol::NboAttrLog::applyScalar<Type, Model, &Model::attr##Is, &Sa::on##Attr>, \
-   nullptr},
-#define ZOL_TEXT(attr, Attr, id, FLAGS)                                 \
-  {id,                                                                  \
-   Zol::NboAttrLog::LogRow::Kind::text,                                 \
-   dirtyBit(id),                                                        \
-   &cachedAttr,                                                         \
-   &Zol::NboAttrLog::reactTo<&Sa::on##Attr>,                            \
-   &Zol::NboAttrLog::serializeTo<&Sa::zolHandle##Attr##Serialize>,      \
-   &Zol::NboAttrLog::applyText<Model, &Model::attr##Is, &Sa::on##Attr>, \
-   nullptr},
+// Stamps the rows of a class, over its `<Attr>Access` (stamp_access.h). Include the class's list
+// behind it.
+#define ZOL_SCALAR(attr, Attr, id, Type, initial, FLAGS) \
+  Zol::NboAttrLog::Scalar<Attr##Access>::kRow,
+#define ZOL_TEXT(attr, Attr, id, FLAGS) Zol::NboAttrLog::Text<Attr##Access>::kRow,
+#define ZOL_REFERENCE(attr, Attr, id, Type, FLAGS) Zol::NboAttrLog::Reference<Attr##Access>::kRow,
+#define ZOL_SINGLETON(attr, Attr, id, Type, FLAGS) Zol::NboAttrLog::Singleton<Attr##Access>::kRow,
+#define ZOL_VALUES(attr, Attr, id, Type, Key, FLAGS) Zol::NboAttrLog::Values<Attr##Access>::kRow,
+#define ZOL_TEXTS(attr, Attr, id, Key, FLAGS) Zol::NboAttrLog::Texts<Attr##Access>::kRow,
+#define ZOL_CHILDREN(attr, Attr, id, Type, Key, field, FLAGS) \
+  Zol::NboAttrLog::Children<Attr##Access>::kRow,
+#define ZOL_REFERENCES(attr, Attr, id, Type, Key, field, FLAGS) \
+  Zol::NboAttrLog::References<Attr##Access>::kRow,

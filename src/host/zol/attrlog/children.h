@@ -1,0 +1,112 @@
+// Attributes of the kind child collection: entities made and owned by the holder, by key.
+#pragma once
+
+#include "host/zol/attrlog/collection.h"
+#include "host/zol/attrlog/parameters.h"
+
+namespace Zol::NboAttrLog {
+
+template <class A>
+struct Children : Collection<A, Children<A>> {
+  using Common = Collection<A, Children<A>>;
+  using typename Common::Entry;
+  using typename Common::Key;
+  using Member = Entry;
+
+  // The reaction to a change of the member under the key; null: it has been removed.
+  static void changed(EntityAdapter& adapter, Key const& key, Ptr<Member> const& child) {
+    Hearing const hearing = adapter.hearing(kRow);
+    if (hearing == Hearing::ignores) return;
+    EntityAdapter::ApplyingEnd const end(adapter);
+    if (hearing == Hearing::silent) return;
+    if (hearing == Hearing::adopts) return adapter.adopt(child);
+    if (!Common::keyMayLeave(adapter, key, *adapter.nboAttrLogOut())) return;
+    if (!child) return Common::writeRemoval(adapter, key);
+    writeReference([&] { adapter.childLeaves(kRow, *child); },
+                   [&] { Common::keyWaits(adapter, key); });
+  }
+
+  // For `<attr>NboAttrLogAdapterIs`.
+  static LogRow::AdapterPtr announceIs(EntityAdapter& adapter, Entity::Zol_BitSet flags,
+                                       Ptr<Member> const& child, unsigned int n, OutPtr const& out,
+                                       PtrInterface* msgChannelEntry) {
+    return adapter.announceChild(A::kId, flags, *child, n, out, msgChannelEntry,
+                                 &Parameters<Member>::write);
+  }
+
+  static bool sendEntry(EntityAdapter& adapter, Key const& key, Entry* entry) {
+    A::send(A::adapter(adapter), key, Ptr<Member>(entry));
+    return true;
+  }
+  // The key's debt may have taken in a removal. Where both ends make members, a peer that has one
+  // under its own id would take an announcement for that of the same member made at both.
+  static bool sendDirty(EntityAdapter& adapter, Key const& key, Entry* entry) {
+    bool const made =
+        entry && !adapter.has(flagInReadOnly) && !entry->zolNboAttrLogSa(adapter.nboAttrLogOut());
+    if (made) sendEntry(adapter, key, nullptr);
+    return sendEntry(adapter, key, entry);
+  }
+
+  static void apply(EntityAdapter& adapter, Inbound& message) {
+    auto const parameters = Parameters<Member>::read(
+        message.in, [&] { adapter.channelModeIs(MsgChannel::Mode::applied); });
+    EntityAdapter::skipToChildId(message);
+    Expect const scope(16);
+    Key key = std::get<0>(parameters);
+    if (!message.applies) return Common::react(adapter, &key);
+    EntityId const id = EntityAdapter::peekEntityId(message);
+    if (adapter.has(flagApplying)) {
+      adapter.streamDemuxer()->checkEphemeralEntityDeletion(Common::entryAt(adapter, key), id,
+                                                            true);
+    }
+    {
+      MsgChannel::DeserializingEidAnchor const anchor(id, adapter.entity());
+      std::apply([&](auto const&... parameter) { A::make(Common::holder(adapter), parameter...); },
+                 parameters);
+    }
+    // The mutator that changed nothing told nobody; the child is adopted all the same.
+    if (adapter.has(flagApplying)) Common::react(adapter, &key);
+    if (Entry* const child = Common::entryAt(adapter, key)) child->zolMarkedForDeletionIs(false);
+    adapter.channelModeIs(MsgChannel::Mode::applied);
+  }
+
+  static bool transact(EntityAdapter& adapter, LogRow::TransactionType type, FlowIn*) {
+    if (type == LogRow::TransactionType::begin) {
+      Common::repeated(adapter, [&](auto const& it) { adapter.childStale(it.entry()); });
+    } else if (type == LogRow::TransactionType::end) {
+      Common::repeated(adapter, [&](auto const& it) {
+        if (!adapter.isUnconfirmed(*it.entry())) return;
+        Key const key = it.key();
+        adapter.sweep([&] { A::del(Common::holder(adapter), key); });
+      });
+    }
+    return true;
+  }
+
+  static LogRow::AdapterPtr announce(EntityAdapter& adapter, Entity::Zol_BitSet flags,
+                                     Entity& child) {
+    return A::announce(A::adapter(adapter), flags, Ptr<Member>(dynamic_cast<Member*>(&child)), 1,
+                       adapter.nboAttrLogOut(), adapter.msgChannelEntry());
+  }
+  static void dropAdapters(EntityAdapter& adapter) {
+    using Walk = typename Common::Map::IteratorConst;
+    for (Walk it(&A::map(Common::holder(adapter))); it; ++it) {
+      A::drop(A::adapter(adapter), it.ptr());
+    }
+  }
+
+  static constexpr LogRow kRow{.id = A::kId,
+                               .kind = LogRow::Kind::collection,
+                               .bit = A::kBit,
+                               .attr = A::kCached,
+                               .react = &Common::react,
+                               .apply = &apply,
+                               .remove = &Common::remove,
+                               .serialize = &Common::serialize,
+                               .transact = &transact,
+                               .freeState = &Common::freeState,
+                               .announce = &announce,
+                               .dropAdapters = &dropAdapters};
+};
+
+}  // namespace Zol::NboAttrLog

@@ -1,0 +1,103 @@
+// Random changes of every kind over streams that break their bytes anywhere: at rest both ends are
+// equal, and listeners have heard the last value of each attribute.
+#include <gtest/gtest.h>
+
+#include "support/replica_pair.h"
+#include "support/tree.h"
+#include "support/trickle.h"
+
+namespace {
+
+using namespace test;
+
+class Session {
+ public:
+  Session(unsigned int seed, bool writable) : hand_(seed), writable_(writable) {
+    auto const there = std::make_shared<std::deque<std::uint8_t>>();
+    auto const back = std::make_shared<std::deque<std::uint8_t>>();
+    ConnectionOptions options;
+    if (seed % 4 < 2) options.outCapacity = 1;
+    options.maxFrame = 1;  // the smallest rings, which wrap around often
+    options.inCapacity = 1;
+    source_ = Connection::over(std::make_unique<Trickle>(back, there, random()), options);
+    replica_ = Connection::over(std::make_unique<Trickle>(there, back, random()), options);
+    roots_ = {Hardware::Ucd9012::configFactory("config"),
+              Hardware::Ucd9012::statusFactory("status")};
+  }
+
+  void run() {
+    for (int i = 0; i < 30; ++i) change(*roots_[0]);
+    for (auto const& root : roots_) {
+      source_->mountIs(root,
+                       {writable_ ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
+    }
+    for (int phase = 0; phase < 4; ++phase) {
+      // Only one end writes at a time; the other hears all of it before it writes itself.
+      bool const there = writable_ && phase % 2 != 0;
+      for (int i = 0; i < 80; ++i) {
+        auto const& root = roots_[random()() % 2];
+        change(there ? *mirror(*root) : *root);
+        if (random()() % 4 == 0) source_->pump();
+        if (random()() % 4 == 0) replica_->pump();
+        if (random()() % 16 == 0) listen();
+      }
+      // A trickle that moves nothing once is not at its end yet.
+      for (int idle = 0; idle < 30; ++idle) {
+        if (source_->pump() || replica_->pump()) idle = 0;
+      }
+      ASSERT_NO_FATAL_FAILURE(expectEqual());
+    }
+  }
+
+ private:
+  [[nodiscard]] std::mt19937& random() { return hand_.random(); }
+  [[nodiscard]] Zol::Ptr<Zol::Entity> mirror(Zol::Entity& root) const {
+    return replica_->mounted(root.name());
+  }
+  void change(Zol::Entity& root) { hand_.change(root); }
+  void listen() {
+    for (auto const& root : roots_) {
+      if (auto const there = mirror(*root)) ears_.push_back(std::make_unique<Ears>(*there));
+    }
+  }
+  void expectEqual() {
+    for (auto const& root : roots_) {
+      ASSERT_TRUE(mirror(*root)) << source_->error() << replica_->error();
+      ASSERT_EQ(textOf(*root), textOf(*mirror(*root)));
+      ASSERT_EQ(Zol::digest(*root), Zol::digest(*mirror(*root)));
+      ASSERT_TRUE(replica_->synced(root->name()));
+    }
+    for (Connection* const end : {source_.get(), replica_.get()}) {
+      Zol::NboAttrLog::ConnectionCounters const counters = end->counters();
+      ASSERT_EQ(counters.refused, 0U);
+      ASSERT_EQ(counters.unknown, 0U);
+      ASSERT_EQ(counters.listenerFailures + counters.unreplicated, 0U);
+    }
+    ASSERT_TRUE(writable_ || replica_->counters().messagesOut == 0);
+    for (auto const& ears : ears_) ASSERT_EQ(ears->outdated(), "");
+    ears_.clear();
+  }
+
+  Hand hand_;
+  bool const writable_;
+  std::vector<Zol::Ptr<Zol::Entity>> roots_;
+  Zol::Ptr<Connection> source_;
+  Zol::Ptr<Connection> replica_;
+  std::vector<std::unique_ptr<Ears>> ears_;
+};
+
+TEST(Convergence, ofAReadOnlyReplicaHoweverTheBytesTravel) {
+  for (unsigned int seed = 0; seed < 100; ++seed) {
+    SCOPED_TRACE(seed);
+    ASSERT_NO_FATAL_FAILURE(Session(seed, false).run());
+  }
+}
+
+TEST(Convergence, ofAWritableReplicaHoweverTheBytesTravel) {
+  for (unsigned int seed = 0; seed < 100; ++seed) {
+    SCOPED_TRACE(seed);
+    ASSERT_NO_FATAL_FAILURE(Session(seed, true).run());
+  }
+}
+
+}  // namespace
