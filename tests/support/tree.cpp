@@ -522,6 +522,8 @@ Hand::Hand(unsigned int seed) : content_(std::make_unique<Content>(seed)) {}
 
 Hand::~Hand() = default;
 
+Hand& Hand::operator=(Hand&& other) noexcept = default;
+
 std::mt19937& Hand::random() { return content_->random; }
 
 void Hand::change(Zol::Entity& root) {

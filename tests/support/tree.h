@@ -40,6 +40,8 @@ class Hand {
  public:
   explicit Hand(unsigned int seed);
   ~Hand();
+  // Takes up with what the other hand refers to, and lets go of its own.
+  Hand& operator=(Hand&& other) noexcept;
   // Changes one attribute somewhere below the root.
   void change(Zol::Entity& root);
   // Gives every attribute of the tree below the root a value that is not its first one.
