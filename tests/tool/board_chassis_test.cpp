@@ -1,13 +1,13 @@
 // Boards in the form of public power-sequencer descriptions.
 #include <gmock/gmock.h>
 
+#include "railseq/controllers.h"
 #include "tool/bad_board.h"
 
 namespace RailSeq {
 namespace {
 
 using testing::ElementsAre;
-using testing::Field;
 
 // A sequencer of the type with these rails; on one line.
 std::string sequencer(std::string const& id, std::string const& type,
@@ -22,37 +22,43 @@ std::string boardWith(std::string const& sequencers) {
          sequencers + "]}]}";
 }
 
-auto named(char const* name) { return Field(&ControllerDescription::name, name); }
+// Where the controllers stand, sorted.
+std::vector<std::string> controllersOf(std::string const& text) {
+  return controllerPaths(parseBoard("b.json", text).tree(), "config");
+}
 
-TEST(ChassisForm, ASequencerBecomesAController) {
-  BoardDescription const board = parseBoard(
-      "b.json", boardWith(sequencer("seq", "UCD90320", R"({"name": "12V", "page": 0})")));
-  ControllerDescription const& controller = board.controllers.at(0);
-  EXPECT_EQ(controller.name, "seq");
-  EXPECT_EQ(controller.customerName, "UCD90320");
-  EXPECT_THAT(controller.settings,
-              testing::Contains(Field(&AttributeSetting::value, AttributeValue("/inv"))));
-  ASSERT_TRUE(controller.bus.has_value());
-  EXPECT_EQ(controller.bus->bus, 8U);
-  EXPECT_EQ(controller.bus->address, 0x11);
-  EXPECT_THAT(board.notes, ElementsAre("b.json:2:1: note: 1 voltage rail and 1 bus descriptor of "
-                                       "controller \"seq\" are read but not put into the tree"));
+TEST(ChassisForm, ASequencerBecomesAControllerWithItsRailsAndItsBus) {
+  Board const board = parseBoard(
+      "b.json", boardWith(sequencer("seq", "UCD90320",
+                                    R"({"name": "12V", "page": 7}, {"name": "gpio-only"})")));
+  auto const controller = board.config->realUcd9032Controller("seq");
+  ASSERT_TRUE(controller);
+  EXPECT_EQ(controller->customerName(), Zol::Name("UCD90320"));
+  EXPECT_EQ(controller->location(), Zol::String8("/inv"));
+  EXPECT_EQ(controller->voltageRail(7)->voltageRailEnvConfig()->name(), Zol::Name("12V"));
+  EXPECT_EQ(controller->voltageRailCount(), 1U);
+  auto const bus = board.config->dexoDesc("seq-bus");
+  EXPECT_EQ(controller->dexoDesc(), bus);
+  EXPECT_EQ(bus->busId(), 8);
+  EXPECT_EQ(bus->deviceId(), 0x11);
+  EXPECT_THAT(board.notes,
+              ElementsAre("b.json:2:121: note: the rail \"gpio-only\" has no page and is not put "
+                          "into the tree"));
+  EXPECT_FALSE(board.status);
 }
 
 TEST(ChassisForm, TheTypeTellsTheChip) {
-  BoardDescription const board = parseBoard(
-      "b.json", boardWith(sequencer("a", "UCD90120") + "," + sequencer("b", "UCD90160") + "," +
-                          sequencer("c", "UCD90320") + "," + sequencer("d", "PSoC5LP")));
-  auto const is = [](Chip chip) { return Field(&ControllerDescription::chip, chip); };
-  EXPECT_THAT(board.controllers,
-              ElementsAre(is(Chip::ucd9012), is(Chip::ucd9012), is(Chip::ucd9032), is(Chip::psoc)));
+  EXPECT_THAT(
+      controllersOf(boardWith(sequencer("a", "UCD90120") + "," + sequencer("b", "UCD90160") + "," +
+                              sequencer("c", "UCD90320") + "," + sequencer("d", "PSoC5LP"))),
+      ElementsAre("config/realUcd9012Controller[a]", "config/realUcd9012Controller[b]",
+                  "config/realUcd9032Controller[c]", "config/realPsocController[d]"));
 }
 
 TEST(ChassisForm, ADeviceWithGpiosOnlyIsSkippedWithANote) {
-  BoardDescription const board =
-      parseBoard("b.json", boardWith(R"({"id": "g", "type": "gpios_only_device",
+  Board const board = parseBoard("b.json", boardWith(R"({"id": "g", "type": "gpios_only_device",
                                         "power_good_gpio_name": "good"})"));
-  EXPECT_TRUE(board.controllers.empty());
+  EXPECT_THAT(controllerPaths(board.tree(), "config"), ElementsAre());
   EXPECT_THAT(board.notes,
               ElementsAre("b.json:2:1: note: the device \"g\" has GPIOs only and is skipped"));
 }
@@ -63,12 +69,12 @@ TEST(ChassisForm, NamesCarryTheirChassisWhenThereIsMoreThanOne) {
                            sequencer("seq", "UCD90320") + R"(]},
     {"number": 2, "power_sequencers": [)" +
                            sequencer("seq", "UCD90320") + "]}]}";
-  EXPECT_THAT(parseBoard("b.json", text).controllers,
-              ElementsAre(named("chassis1-seq"), named("chassis2-seq")));
+  EXPECT_THAT(controllersOf(text), ElementsAre("config/realUcd9032Controller[chassis1-seq]",
+                                               "config/realUcd9032Controller[chassis2-seq]"));
 }
 
 TEST(ChassisTemplates, VariablesAreInsertedIntoAllTexts) {
-  BoardDescription const board = parseBoard("b.json", R"({
+  Board const board = parseBoard("b.json", R"({
     "chassis_templates": [{"id": "node", "comments": ["${not_a_variable}"],
       "number": "${n}", "inventory_path": "/inv/${n}/${side}",
       "power_sequencers": [{"id": "seq_${side}", "type": "UCD90320",
@@ -79,11 +85,11 @@ TEST(ChassisTemplates, VariablesAreInsertedIntoAllTexts) {
        "template_variable_values": {"n": "1", "side": "left", "bus": "8"}},
       {"template_id": "node",
        "template_variable_values": {"n": 2, "side": "right", "bus": "9", "spare": "x"}}]})");
-  EXPECT_THAT(board.controllers,
-              ElementsAre(named("chassis1-seq_left"), named("chassis2-seq_right")));
-  EXPECT_EQ(board.controllers[1].bus->bus, 9U);
-  EXPECT_EQ(board.controllers[1].bus->address, 0x12);
-  EXPECT_EQ(board.controllers[1].rails.at(0).page, 2);
+  auto const right = board.config->realUcd9032Controller("chassis2-seq_right");
+  ASSERT_TRUE(right && board.config->realUcd9032Controller("chassis1-seq_left"));
+  EXPECT_EQ(board.config->dexoDesc("chassis2-seq_right-bus")->busId(), 9);
+  EXPECT_EQ(board.config->dexoDesc("chassis2-seq_right-bus")->deviceId(), 0x12);
+  EXPECT_TRUE(right->voltageRail(2));
   EXPECT_EQ(board.notes.at(0),
             "b.json:10:7: note: the variable \"spare\" is not used by the template");
 }
@@ -104,7 +110,9 @@ TEST(ChassisFormRefusal, OfSequencersSaysWhatOneTakes) {
         "\"i2c_interface\""},
        {boardWith("{\"id\": \"a\", \"type\": \"UCD90320\",\n\"i2c_interface\": {\"bus\": 1, "
                   "\"address\": \"0x80\"}}"),
-        "3:40: found the text \"0x80\", expected a text from \"0x00\" to \"0x7f\" for address"}});
+        "3:40: found the text \"0x80\", expected a text from \"0x00\" to \"0x7f\" for address"},
+       {boardWith("{\"id\": \"a\", \"type\": \"UCD90320\",\n\"i2c_interface\": {\"bus\": 256}}"),
+        "3:26: found the number 256, expected a whole number from 0 to 255 for bus"}});
 }
 
 TEST(ChassisFormRefusal, OfRailsSaysWhatOneTakes) {

@@ -52,12 +52,14 @@ Outcome railseq(
   return run;
 }
 
+// The digests are equal unless a reference went out as null, of which the demo tells.
 Outcome demo(std::string const& board) {
   Outcome const run = railseq("demo '" + board + "'");
   EXPECT_EQ(run.exitCode, 0) << run.output;
   std::string const digest = behind(run.output, "source digest ");
   EXPECT_EQ(digest.size(), 16U) << run.output;
-  EXPECT_EQ(behind(run.output, "mirror digest "), digest);
+  bool const isNullThere = run.output.find("went out as null") != std::string::npos;
+  EXPECT_EQ(behind(run.output, "mirror digest ") == digest, !isNullThere) << run.output;
   return run;
 }
 
@@ -78,9 +80,10 @@ TEST(Demo, ShowsEachChangeOnBothSidesAndTheMirrorsTree) {
   EXPECT_THAT(run.output, HasSubstr("mirror:     modelName = \"UCD90124\"\n"));
 }
 
-TEST(Demo, TellsWhatTheTreeDoesNotHold) {
+TEST(Demo, ShowsWhatTheSourceHasLoadedAndWhatHasNoPlaceInTheTree) {
   Outcome const run = demo(RAILSEQ_BOARDS "/server-ucd90320.json");
-  EXPECT_THAT(run.output, HasSubstr("note: 8 voltage rails and 1 bus descriptor"));
+  EXPECT_THAT(run.output, HasSubstr("source:     voltageRail[11]\nsource:       id = 11\n"));
+  EXPECT_THAT(run.output, HasSubstr("source:       overrideVoutUvLimit = -inf\n"));
   EXPECT_THAT(run.output, HasSubstr("note: the device \"riser\" has GPIOs only and is skipped"));
 }
 
@@ -88,12 +91,13 @@ TEST(Demo, ABoardWithoutControllersWorksToo) {
   TempFile const board(R"({"config": {}})");
   Outcome const run = demo(board.path());
   EXPECT_THAT(run.output, HasSubstr("mirror: config/realUcd9012Controller[added-by-demo] removed"));
+  EXPECT_EQ(run.output.find("went out as null"), std::string::npos);
 }
 
 TEST(Demo, AMirrorThatDiesIsToldAndFails) {
   bool isKilled = false;
   auto const killMirror = [&isKilled](std::string const& output) {
-    if (isKilled || output.find("pollingEnabled = false") == std::string::npos) return;
+    if (isKilled || output.find(".pollingEnabled = false") == std::string::npos) return;
     std::string const pid = behind(output, "source: process ");
     std::string const mirror = behind(output.substr(output.find(pid) + pid.size()), "process ");
     pid_t const mirrorPid = std::atoi(mirror.c_str());

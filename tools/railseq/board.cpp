@@ -5,9 +5,15 @@
 
 namespace RailSeq {
 
-BoardDescription readBoard(std::string const& file) { return parseBoard(file, readFile(file)); }
+Zol::ByName Board::tree() const {
+  std::vector<Zol::Ptr<Zol::Entity>> roots{config};
+  if (status) roots.emplace_back(status);
+  return Zol::ByName(std::move(roots));
+}
 
-BoardDescription parseBoard(std::string const& file, std::string_view text) {
+Board readBoard(std::string const& file) { return parseBoard(file, readFile(file)); }
+
+Board parseBoard(std::string const& file, std::string_view text) {
   JsonNode const root = parseJson(file, text);
   NodeReader const reader(file);
   reader.requireObject(root, "the board");

@@ -1,177 +1,307 @@
-// Reads the form in which attributes stand by name.
+// Reads the form in which attributes stand by name. What a class has and what its making takes are
+// the registry's to say; nothing here knows any class but the two roots.
 #include <algorithm>
-#include <array>
+#include <deque>
 
+#include "railseq/attribute_values.h"
 #include "railseq/board_forms.h"
-#include "railseq/controller_attributes.h"
+#include "railseq/paths.h"
+#include "railseq/tree_filler.h"
 #include "railseq/wording.h"
 
 namespace RailSeq {
 
 namespace {
 
-struct ChipKey {
-  std::string_view key;
-  Chip chip;
+using Zol::AttrFlags;
+using Zol::ZolAttr;
+using Zol::ZolType;
+
+struct ArgumentType {
+  std::string name;
+  ZolType const* type;
 };
-constexpr std::array kChipKeys{ChipKey{"realUcd9012Controller", Chip::ucd9012},
-                               ChipKey{"realUcd9032Controller", Chip::ucd9032},
-                               ChipKey{"realPsocController", Chip::psoc}};
-constexpr std::uint32_t kLargestPage = 255;
-constexpr std::uint32_t kLargestNumber = 0xffffffffU;
+
+// What the making of an entity under the attribute takes besides the key.
+[[nodiscard]] std::vector<ArgumentType> argumentsOf(ZolAttr const& attr) {
+  std::vector<ArgumentType> arguments;
+  auto type = attr.constructorArgTypeQIteratorConst();
+  for (auto name = attr.constructorArgNameQIteratorConst(); name; ++name, ++type) {
+    if (attr.keyType() && *name == attr.keyFieldName()) continue;
+    arguments.push_back({std::string(name->view()), ZolType::typeNode(Zol::Name(*type))});
+  }
+  return arguments;
+}
+
+[[nodiscard]] bool isWritable(ZolAttr const& attr) {
+  return attr.flags().has(AttrFlags::kByName) &&
+         !attr.flags().has(AttrFlags::kConstructorParameter) &&
+         !Zol::Entity::_fwkType()->attr(attr.name());
+}
 
 class AttributeFormReader {
  public:
-  explicit AttributeFormReader(std::string const& file) : reader_(file) {}
+  AttributeFormReader(JsonNode const& root, std::string const& file)
+      : reader_(file), board_(makeRoots(root)), filler_(board_.tree(), reader_) {}
 
-  BoardDescription read(JsonNode const& root);
+  Board read(JsonNode const& root);
 
  private:
-  void readConfig(JsonNode const& config);
-  void readControllers(Chip chip, JsonMember const& collection);
-  ControllerDescription readController(Chip chip, JsonMember const& given);
-  std::string const& readCustomerName(JsonNode const& node) const;
-  AttributeSetting readSetting(JsonMember const& given) const;
-  AttributeValue readValue(ControllerAttribute const& attribute, JsonNode const& node) const;
-  void readRails(JsonMember const& given, ControllerDescription& controller);
-  [[noreturn]] void refuseAttribute(JsonMember const& given) const;
-  void note(Position at, std::string const& text);
+  // An entity of the file, which is to stand at `path` under `attr`.
+  struct Child {
+    std::string path;
+    ZolAttr const* attr;
+    JsonMember const* given;
+  };
+
+  [[nodiscard]] Board makeRoots(JsonNode const& root) const;
+  [[nodiscard]] std::string rootName(JsonNode const& root, char const* side) const;
+  void readRoot(JsonNode const& root, char const* side, Zol::Entity const* entity);
+  // Reads all members but those named in `taken`.
+  void readAttributes(std::string const& path, ZolType const& type, JsonNode const& node,
+                      std::vector<std::string> const& taken);
+  void readAttribute(std::string const& holder, ZolAttr const& attr, JsonMember const& given);
+  void readChildren(std::string const& path, ZolAttr const& attr, JsonMember const& given);
+  void readValues(std::string const& path, ZolAttr const& attr, JsonMember const& given);
+  void readReference(std::string const& holder, ZolAttr const& attr, JsonMember const& given);
+  void readReferences(std::string const& path, JsonMember const& given);
+  void child(Child const& given) {
+    if (!make(given)) waiting_.push_back(given);
+  }
+  // False while an argument refers to an entity that is not there yet.
+  bool make(Child const& given);
+  // The argument; of one that refers to an entity which is not there yet, nothing.
+  [[nodiscard]] std::optional<Zol::ByName::Argument> argument(ArgumentType const& type,
+                                                              JsonNode const& node);
+  void makeWaiting();
+  [[noreturn]] void refuseDangling(Child const& given) const;
+  [[nodiscard]] Zol::Ptr<Zol::Entity> sibling(JsonNode const& node, ZolType const& type,
+                                              std::string_view what);
+  std::string const& pathText(JsonNode const& node, ZolType const& type,
+                              std::string_view what) const;
+  [[noreturn]] void refuseAttribute(JsonMember const& given, ZolType const& type,
+                                    std::vector<std::string> names) const;
 
   NodeReader reader_;
-  BoardDescription board_;
+  Board board_;
+  TreeFiller filler_;
+  // Entities whose making takes another one, which stands further down in the file.
+  std::deque<Child> waiting_;
+  // References, which are set when all entities stand.
+  std::vector<std::function<void()>> references_;
 };
 
-BoardDescription AttributeFormReader::read(JsonNode const& root) {
+Board AttributeFormReader::makeRoots(JsonNode const& root) const {
   for (JsonMember const& member : root.members) {
-    if (member.key == "config") {
-      readConfig(member.value);
-    } else if (member.key == "status") {
-      reader_.requireObject(member.value, "status");
-      note(member.keyAt, "\"status\" is read but not put into the tree");
-    } else {
+    if (member.key != "config" && member.key != "status") {
       reader_.refuse(member.keyAt, "the unknown key " + inQuotes(member.key),
                      "\"config\" or \"status\"");
     }
+    reader_.requireObject(member.value, member.key);
   }
+  Board board;
+  board.config = new Config(rootName(root, "config"));
+  if (!root.find("status")) return board;
+  board.status = new Status(rootName(root, "status"));
+  if (board.status->name() == board.config->name()) {
+    reader_.refuse(root.find("status")->at,
+                   "both sides with the name " + inQuotes(board.status->name().view()),
+                   "a name of its own for each side");
+  }
+  return board;
+}
+
+std::string AttributeFormReader::rootName(JsonNode const& root, char const* side) const {
+  JsonNode const* const given = root.find(side);
+  JsonNode const* const name = given ? given->find("name") : nullptr;
+  return name ? reader_.name(*name, std::string("the name of ") + side) : side;
+}
+
+Board AttributeFormReader::read(JsonNode const& root) {
+  readRoot(root, "config", board_.config.get());
+  readRoot(root, "status", board_.status.get());
+  makeWaiting();
+  for (std::function<void()> const& reference : references_) reference();
   return std::move(board_);
 }
 
-void AttributeFormReader::readConfig(JsonNode const& config) {
-  reader_.requireObject(config, "config");
-  for (JsonMember const& member : config.members) {
-    auto const chip = std::ranges::find(kChipKeys, member.key, &ChipKey::key);
-    if (chip != kChipKeys.end()) {
-      readControllers(chip->chip, member);
-    } else if (member.key == "name") {
-      board_.configName = reader_.name(member.value, "the name of the configuration");
-    } else if (member.key == "dexoDesc") {
-      reader_.requireObject(member.value, "dexoDesc");
-      note(member.keyAt, "\"dexoDesc\" with " + counted(member.value.members.size(), "descriptor") +
-                             " is read but not put into the tree");
-    } else {
-      std::vector<std::string> keys{"name", "dexoDesc"};
-      for (ChipKey const& known : kChipKeys) keys.emplace_back(known.key);
-      reader_.refuse(member.keyAt, "the unknown key " + inQuotes(member.key) + " in config",
-                     suggestion(member.key, keys));
-    }
+void AttributeFormReader::readRoot(JsonNode const& root, char const* side,
+                                   Zol::Entity const* entity) {
+  if (JsonNode const* const given = root.find(side)) {
+    readAttributes(rootPath(entity->name().view()), *entity->fwkType(), *given, {"name"});
   }
 }
 
-void AttributeFormReader::readControllers(Chip chip, JsonMember const& collection) {
-  reader_.requireObject(collection.value, collection.key);
-  for (JsonMember const& member : collection.value.members) {
-    board_.controllers.push_back(readController(chip, member));
+void AttributeFormReader::readAttributes(std::string const& path, ZolType const& type,
+                                         JsonNode const& node,
+                                         std::vector<std::string> const& taken) {
+  for (JsonMember const& member : node.members) {
+    if (std::ranges::find(taken, member.key) != taken.end()) continue;
+    Zol::Ptr<ZolAttr> const attr = type.attr(Zol::Name(member.key));
+    if (!attr || !isWritable(*attr)) refuseAttribute(member, type, taken);
+    readAttribute(path, *attr, member);
   }
 }
 
-ControllerDescription AttributeFormReader::readController(Chip chip, JsonMember const& given) {
-  reader_.requireName(given.key, given.keyAt, "the name of a controller");
-  reader_.requireObject(given.value, "controller " + inQuotes(given.key));
-  ControllerDescription controller;
-  controller.chip = chip;
-  controller.name = given.key;
+void AttributeFormReader::readAttribute(std::string const& holder, ZolAttr const& attr,
+                                        JsonMember const& given) {
+  std::string const path = attributePath(holder, given.key);
+  if (attr.flags().has(AttrFlags::kInstantiating)) {
+    if (attr.keyType()) return readChildren(path, attr, given);
+    if (given.value.kind != JsonNode::Kind::null) child({path, &attr, &given});
+  } else if (attr.type()->isEntity()) {
+    attr.keyType() ? readReferences(path, given) : readReference(holder, attr, given);
+  } else if (attr.keyType()) {
+    readValues(path, attr, given);
+  } else {
+    filler_.write(given.value.at, path, readValue(reader_, given.value, *attr.type(), given.key));
+  }
+}
+
+void AttributeFormReader::readChildren(std::string const& path, ZolAttr const& attr,
+                                       JsonMember const& given) {
+  reader_.requireObject(given.value, given.key);
   for (JsonMember const& member : given.value.members) {
-    if (member.key == "customerName") {
-      controller.customerName = readCustomerName(member.value);
-    } else if (member.key == "voltageRail") {
-      readRails(member, controller);
-    } else if (member.key == "dexoDesc") {
-      note(member.keyAt, "\"dexoDesc\" of controller " + inQuotes(controller.name) +
-                             " is read but not put into the tree");
-    } else {
-      controller.settings.push_back(readSetting(member));
+    requireKey(reader_, member, *attr.keyType(), given.key);
+    child({memberPath(path, member.key), &attr, &member});
+  }
+}
+
+void AttributeFormReader::readValues(std::string const& path, ZolAttr const& attr,
+                                     JsonMember const& given) {
+  reader_.requireObject(given.value, given.key);
+  for (JsonMember const& member : given.value.members) {
+    requireKey(reader_, member, *attr.keyType(), given.key);
+    filler_.write(
+        member.value.at, memberPath(path, member.key),
+        readValue(reader_, member.value, *attr.type(), given.key + "[" + member.key + "]"));
+  }
+}
+
+void AttributeFormReader::readReference(std::string const& holder, ZolAttr const& attr,
+                                        JsonMember const& given) {
+  JsonNode const& node = given.value;
+  if (node.kind == JsonNode::Kind::null) return;
+  if (Zol::Ptr<Zol::Entity> const entity = sibling(node, *attr.type(), given.key)) {
+    return filler_.refer(node.at, holder, given.key, entity);
+  }
+  std::string const& path = pathText(node, *attr.type(), given.key);
+  references_.push_back([this, &node, &path, holder, &attr, &given] {
+    filler_.requireEntity(node.at, path, *attr.type());
+    filler_.write(node.at, attributePath(holder, given.key), path);
+  });
+}
+
+void AttributeFormReader::readReferences(std::string const& path, JsonMember const& given) {
+  reader_.requireArray(given.value, given.key);
+  for (JsonNode const& node : given.value.items) {
+    std::string const& target = reader_.text(node, "the path of a member of " + given.key);
+    references_.push_back([this, &node, &target, path] { filler_.write(node.at, path, target); });
+  }
+}
+
+bool AttributeFormReader::make(Child const& given) {
+  JsonNode const& node = given.given->value;
+  reader_.requireObject(node, inQuotes(given.given->key));
+  TreeFiller::Arguments arguments;
+  std::vector<std::string> taken;
+  for (ArgumentType const& type : argumentsOf(*given.attr)) {
+    taken.push_back(type.name);
+    JsonNode const* const value = node.find(type.name);
+    if (!value) continue;
+    std::optional<Zol::ByName::Argument> made = argument(type, *value);
+    if (!made) return false;
+    arguments.push_back(std::move(*made));
+  }
+  filler_.make(given.given->keyAt, given.path, arguments);
+  readAttributes(given.path, *given.attr->type(), node, taken);
+  return true;
+}
+
+std::optional<Zol::ByName::Argument> AttributeFormReader::argument(ArgumentType const& type,
+                                                                   JsonNode const& node) {
+  if (!type.type->isEntity()) {
+    return Zol::ByName::Argument{type.name, readValue(reader_, node, *type.type, type.name)};
+  }
+  if (node.kind == JsonNode::Kind::null) {
+    return Zol::ByName::Argument{type.name, Zol::Ptr<Zol::Entity>()};
+  }
+  if (Zol::Ptr<Zol::Entity> const entity = sibling(node, *type.type, type.name)) {
+    return Zol::ByName::Argument{type.name, entity};
+  }
+  std::string const& path = pathText(node, *type.type, type.name);
+  if (!filler_.contains(path)) return std::nullopt;
+  filler_.requireEntity(node.at, path, *type.type);
+  return Zol::ByName::Argument{type.name, path};
+}
+
+// Each round makes at least one of those that wait, or there is one that waits in vain.
+void AttributeFormReader::makeWaiting() {
+  while (!waiting_.empty()) {
+    std::deque<Child> const before = std::exchange(waiting_, {});
+    bool isOneMade = false;
+    for (Child const& given : before) {
+      if (make(given)) {
+        isOneMade = true;
+      } else {
+        waiting_.push_back(given);
+      }
+    }
+    if (!isOneMade) refuseDangling(before.front());
+  }
+}
+
+void AttributeFormReader::refuseDangling(Child const& given) const {
+  for (ArgumentType const& type : argumentsOf(*given.attr)) {
+    JsonNode const* const value = given.given->value.find(type.name);
+    if (value && type.type->isEntity() && value->kind == JsonNode::Kind::text &&
+        !filler_.contains(value->text)) {
+      filler_.requireEntity(value->at, value->text, *type.type);
     }
   }
-  return controller;
+  reader_.fail(given.given->keyAt, "this entity cannot be made");
 }
 
-// May be empty; otherwise a name as any other.
-std::string const& AttributeFormReader::readCustomerName(JsonNode const& node) const {
-  std::string const& text = reader_.text(node, "customerName");
-  return text.empty() ? text : reader_.name(node, "customerName");
-}
-
-AttributeSetting AttributeFormReader::readSetting(JsonMember const& given) const {
-  ControllerAttribute const* const attribute = findControllerAttribute(given.key);
-  if (!attribute) refuseAttribute(given);
-  return {given.key, readValue(*attribute, given.value)};
-}
-
-AttributeValue AttributeFormReader::readValue(ControllerAttribute const& attribute,
-                                              JsonNode const& node) const {
-  switch (attribute.kind) {
-    case ValueKind::boolean:
-      return reader_.boolean(node, attribute.name);
-    case ValueKind::number:
-      return reader_.number(node, attribute.name, kLargestNumber);
-    case ValueKind::text:
-      return reader_.text(node, attribute.name);
-    case ValueKind::enumeration:
-      break;
+// An object {"name": "12V"} stands for an entity of a model beside this one; null for anything
+// else.
+Zol::Ptr<Zol::Entity> AttributeFormReader::sibling(JsonNode const& node, ZolType const& type,
+                                                   std::string_view what) {
+  if (node.kind != JsonNode::Kind::object || !isSibling(type)) return nullptr;
+  for (JsonMember const& member : node.members) {
+    if (member.key == "name") continue;
+    reader_.refuse(member.keyAt,
+                   "the unknown key " + inQuotes(member.key) + " in " + std::string(what), "name");
   }
-  std::vector<std::string> const names = attribute.enumerators();
-  if (node.kind != JsonNode::Kind::text || std::ranges::find(names, node.text) == names.end()) {
+  JsonNode const& name = reader_.member(node, "name", what);
+  return filler_.sibling(type, reader_.name(name, "the name of " + std::string(what)));
+}
+
+std::string const& AttributeFormReader::pathText(JsonNode const& node, ZolType const& type,
+                                                 std::string_view what) const {
+  if (node.kind != JsonNode::Kind::text) {
     reader_.refuse(node.at, describe(node),
-                   alternatives(names) + " for " + std::string(attribute.name));
+                   (isSibling(type) ? "an object with a name, null, or the path of an entity for "
+                                    : "the path of an entity, or null, for ") +
+                       std::string(what));
   }
   return node.text;
 }
 
-// The rails' own attributes are not looked at: only the pages are kept.
-void AttributeFormReader::readRails(JsonMember const& given, ControllerDescription& controller) {
-  reader_.requireObject(given.value, "voltageRail");
-  for (JsonMember const& rail : given.value.members) {
-    std::optional<std::uint32_t> const page = parseNumber(rail.key, kLargestPage);
-    if (!page) {
-      reader_.refuse(rail.keyAt, "the key " + inQuotes(rail.key),
-                     "a whole number from 0 to 255 as the id of a voltage rail");
-    }
-    reader_.requireObject(rail.value, "voltage rail " + rail.key);
-    controller.rails.push_back({"", static_cast<std::uint8_t>(*page)});
+void AttributeFormReader::refuseAttribute(JsonMember const& given, ZolType const& type,
+                                          std::vector<std::string> names) const {
+  for (auto it = type.attributeQIteratorConst(); it; ++it) {
+    if (isWritable(*it)) names.emplace_back(it->name().view());
   }
-  note(given.keyAt, counted(controller.rails.size(), "voltage rail") + " of controller " +
-                        inQuotes(controller.name) + " are read but not put into the tree");
-}
-
-void AttributeFormReader::refuseAttribute(JsonMember const& given) const {
-  if (std::ranges::find(controllerStructures(), given.key) != controllerStructures().end()) {
-    reader_.refuse(given.keyAt, "the attribute " + inQuotes(given.key),
-                   "an attribute that is a scalar or a text");
-  }
-  std::vector<std::string> names{"customerName", "voltageRail"};
-  for (ControllerAttribute const& known : controllerAttributes()) names.emplace_back(known.name);
-  reader_.refuse(given.keyAt, "the unknown attribute " + inQuotes(given.key),
-                 suggestion(given.key, names));
-}
-
-void AttributeFormReader::note(Position at, std::string const& text) {
-  board_.notes.push_back(noteText(reader_.file(), at, text));
+  reader_.refuse(
+      given.keyAt,
+      "the unknown attribute " + inQuotes(given.key) + " of a " + std::string(type.name().view()),
+      suggestion(given.key, names));
 }
 
 }  // namespace
 
-BoardDescription readAttributeForm(JsonNode const& root, std::string const& file) {
-  return AttributeFormReader(file).read(root);
+Board readAttributeForm(JsonNode const& root, std::string const& file) {
+  return AttributeFormReader(root, file).read(root);
 }
 
 }  // namespace RailSeq

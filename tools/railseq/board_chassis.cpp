@@ -4,6 +4,8 @@
 #include <map>
 
 #include "railseq/board_forms.h"
+#include "railseq/paths.h"
+#include "railseq/tree_filler.h"
 #include "railseq/wording.h"
 
 namespace RailSeq {
@@ -13,22 +15,30 @@ namespace {
 constexpr std::uint32_t kLargestNumber = 0xffffffffU;
 constexpr std::string_view kGpioOnlyType = "gpios_only_device";
 
-// The chip of a device type: a family's letters with at least one more letter or digit behind them.
-[[nodiscard]] std::optional<Chip> chipOfType(std::string type) {
+// Above this, a bus number does not go over a log.
+constexpr std::uint8_t kLargestLoggedBus = 0x7f;
+
+// The attribute of the root that holds controllers of a device type; null for an unknown one. A
+// known type is a family's letters with at least one more letter or digit behind them.
+[[nodiscard]] char const* collectionOfType(std::string type) {
   std::ranges::transform(type, type.begin(), [](char c) {
     return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   });
-  if (type.starts_with("PSOC")) return Chip::psoc;
-  if (type.starts_with("UCD901") && type.size() > 6) return Chip::ucd9012;
-  if (type.starts_with("UCD903") && type.size() > 6) return Chip::ucd9032;
-  return std::nullopt;
+  if (type.starts_with("PSOC")) return "realPsocController";
+  if (type.starts_with("UCD901") && type.size() > 6) return "realUcd9012Controller";
+  if (type.starts_with("UCD903") && type.size() > 6) return "realUcd9032Controller";
+  return nullptr;
 }
 
 class ChassisFormReader {
  public:
-  explicit ChassisFormReader(std::string const& file) : reader_(file) {}
+  explicit ChassisFormReader(std::string const& file)
+      : reader_(file),
+        board_{.config = new Config("config"), .status = nullptr, .notes = {}},
+        root_(rootPath(board_.config->name().view())),
+        filler_(board_.tree(), reader_) {}
 
-  BoardDescription read(JsonNode const& root);
+  Board read(JsonNode const& root);
 
  private:
   void readChassis(JsonNode const& chassis, bool isOnlyOne);
@@ -36,18 +46,21 @@ class ChassisFormReader {
                      std::string const& location);
   bool skipsGpioOnly(JsonNode const& sequencer, std::string const& type);
   [[nodiscard]] std::string readGpioNames(JsonNode const& sequencer) const;
-  void noteKept(Position at, ControllerDescription const& controller);
+  [[nodiscard]] std::string makeBus(std::string const& controller, ChassisBus const& bus);
+  void makeRail(std::string const& controller, ChassisRail const& rail);
   void note(Position at, std::string const& text) {
     board_.notes.push_back(noteText(reader_.file(), at, text));
   }
 
   NodeReader reader_;
-  BoardDescription board_;
+  Board board_;
+  std::string root_;
+  TreeFiller filler_;
   std::map<std::uint32_t, Position> chassisNumbers_;
   std::map<std::string, Position> names_;
 };
 
-BoardDescription ChassisFormReader::read(JsonNode const& root) {
+Board ChassisFormReader::read(JsonNode const& root) {
   reader_.allowKeys(root, "the board", {"chassis", "chassis_templates"});
   std::vector<ChassisSource> const sources = expandChassis(root, reader_, board_.notes);
   for (ChassisSource const& source : sources) {
@@ -91,31 +104,56 @@ void ChassisFormReader::readSequencer(JsonNode const& sequencer, std::string con
   JsonNode const& typeNode = reader_.member(sequencer, "type", "a power sequencer");
   std::string const& type = reader_.name(typeNode, "the type of a power sequencer");
   if (skipsGpioOnly(sequencer, type)) return;
-  std::optional<Chip> const chip = chipOfType(type);
-  if (!chip) {
+  char const* const collection = collectionOfType(type);
+  if (!collection) {
     reader_.refuse(typeNode.at, "a power sequencer of type " + inQuotes(type),
                    "a type UCD901xx, UCD903xx or PSoC");
   }
   JsonNode const& id = reader_.member(sequencer, "id", "a power sequencer");
-  ControllerDescription controller;
-  controller.chip = *chip;
-  controller.name = prefix + reader_.name(id, "the id of a power sequencer");
-  controller.customerName = type;
-  auto const [first, isNew] = names_.emplace(controller.name, id.at);
+  std::string const name = prefix + reader_.name(id, "the id of a power sequencer");
+  auto const [first, isNew] = names_.emplace(name, id.at);
   if (!isNew) {
     reader_.refuse(id.at,
-                   "the controller name " + inQuotes(controller.name) + " again after line " +
+                   "the controller name " + inQuotes(name) + " again after line " +
                        std::to_string(first->second.line),
                    "each controller name once");
   }
-  controller.bus =
+  ChassisBus const bus =
       readBus(reader_, reader_.member(sequencer, "i2c_interface", "a power sequencer"));
-  if (JsonNode const* const rails = sequencer.find("rails"))
-    controller.rails = readRails(reader_, *rails);
-  controller.settings = {
-      {"location", location}, {"modelName", type}, {"description", readGpioNames(sequencer)}};
-  noteKept(sequencer.at, controller);
-  board_.controllers.push_back(std::move(controller));
+  std::string const path = memberPath(attributePath(root_, collection), name);
+  filler_.make(sequencer.at, path, {{"customerName", type}, {"dexoDesc", makeBus(name, bus)}});
+  for (auto const& [attribute, value] : {std::pair<char const*, std::string>{"location", location},
+                                         {"modelName", type},
+                                         {"description", readGpioNames(sequencer)}}) {
+    filler_.write(sequencer.at, attributePath(path, attribute), value);
+  }
+  if (JsonNode const* const rails = sequencer.find("rails")) {
+    for (ChassisRail const& rail : readRails(reader_, *rails)) makeRail(path, rail);
+  }
+}
+
+// Gives the path of the descriptor.
+std::string ChassisFormReader::makeBus(std::string const& controller, ChassisBus const& bus) {
+  if (bus.bus > kLargestLoggedBus) {
+    note(bus.at, "bus " + std::to_string(bus.bus) + " does not go over a log, which takes 0 to " +
+                     std::to_string(kLargestLoggedBus));
+  }
+  std::string path = memberPath(attributePath(root_, "dexoDesc"), controller + "-bus");
+  filler_.make(bus.at, path,
+               {{"busId", std::to_string(bus.bus)}, {"deviceId", std::to_string(bus.address)}});
+  return path;
+}
+
+void ChassisFormReader::makeRail(std::string const& controller, ChassisRail const& rail) {
+  if (!rail.page) {
+    return note(rail.at,
+                "the rail " + inQuotes(rail.name) + " has no page and is not put into the tree");
+  }
+  std::string const path =
+      memberPath(attributePath(controller, "voltageRail"), std::to_string(*rail.page));
+  filler_.make(rail.at, path,
+               {{"voltageRailEnvConfig",
+                 filler_.sibling(*Environment::Power::VoltageRailConfig::_fwkType(), rail.name)}});
 }
 
 bool ChassisFormReader::skipsGpioOnly(JsonNode const& sequencer, std::string const& type) {
@@ -145,15 +183,9 @@ std::string ChassisFormReader::readGpioNames(JsonNode const& sequencer) const {
   return result;
 }
 
-void ChassisFormReader::noteKept(Position at, ControllerDescription const& controller) {
-  note(at, counted(controller.rails.size(), "voltage rail") +
-               " and 1 bus descriptor of controller " + inQuotes(controller.name) +
-               " are read but not put into the tree");
-}
-
 }  // namespace
 
-BoardDescription readChassisForm(JsonNode const& root, std::string const& file) {
+Board readChassisForm(JsonNode const& root, std::string const& file) {
   return ChassisFormReader(file).read(root);
 }
 

@@ -1,7 +1,10 @@
 // The two forms of a board file, each read from the tree of its document.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "railseq/board.h"
 #include "railseq/node_reader.h"
@@ -10,11 +13,11 @@ namespace RailSeq {
 
 // The form in which attributes stand by name: {"config": {"realUcd9012Controller": {"main":
 // {...}}}}.
-[[nodiscard]] BoardDescription readAttributeForm(JsonNode const& root, std::string const& file);
+[[nodiscard]] Board readAttributeForm(JsonNode const& root, std::string const& file);
 
 // The form of public power-sequencer descriptions: {"chassis": [{"power_sequencers": [...]}]}. With
 // more than one chassis a controller's name is its id behind "chassis<number>-".
-[[nodiscard]] BoardDescription readChassisForm(JsonNode const& root, std::string const& file);
+[[nodiscard]] Board readChassisForm(JsonNode const& root, std::string const& file);
 
 // A chassis as it is to be read: itself, or its template with its variables put in.
 struct ChassisSource {
@@ -28,10 +31,23 @@ struct ChassisSource {
                                                        NodeReader const& reader,
                                                        std::vector<std::string>& notes);
 
+// A voltage rail of a power sequencer. Without a page it is only watched by its GPIO line.
+struct ChassisRail {
+  Position at;
+  std::string name;
+  std::optional<std::uint8_t> page;
+};
+
+struct ChassisBus {
+  Position at;
+  std::uint8_t bus = 0;
+  // 7 bits.
+  std::uint8_t address = 0;
+};
+
 // The `i2c_interface` and the `rails` of one power sequencer, checked.
-[[nodiscard]] BusDescription readBus(NodeReader const& reader, JsonNode const& node);
-[[nodiscard]] std::vector<RailDescription> readRails(NodeReader const& reader,
-                                                     JsonNode const& rails);
+[[nodiscard]] ChassisBus readBus(NodeReader const& reader, JsonNode const& node);
+[[nodiscard]] std::vector<ChassisRail> readRails(NodeReader const& reader, JsonNode const& rails);
 
 [[nodiscard]] std::string noteText(std::string const& file, Position at, std::string const& text);
 

@@ -1,27 +1,21 @@
 // The listeners of the root and of its controllers.
 #include "railseq/change_listener.h"
 
-#include "railseq/controller_attributes.h"
+#include "railseq/attribute_values.h"
+#include "railseq/controllers.h"
+#include "railseq/paths.h"
 
 namespace RailSeq {
 
-std::string attributeChange(ControllerConfig const& controller, std::string_view attribute) {
-  ControllerAttribute const& row = *findControllerAttribute(attribute);
-  return std::string(controller.uriPath().view()) + "." + std::string(attribute) + " = " +
-         valueText(row, row.read(controller));
-}
-
-std::string memberChange(Config const& config, Chip chip, std::string_view name,
-                         std::string_view what) {
-  return std::string(config.uriPath().view()) + "/" + std::string(collectionName(chip)) + "[" +
-         std::string(name) + "] " + std::string(what);
-}
+using Hardware::Ucd9012::Config;
+using Hardware::Ucd9012::ControllerConfig;
 
 // The slots of all scalars and texts; the slots of what else a controller holds stay silent.
 class ControllerListener : public ControllerConfig::Notifiee {
  public:
-  ControllerListener(Zol::Ptr<ControllerConfig> const& controller, ChangeSink const& sink)
-      : controller_(*controller), sink_(sink) {
+  ControllerListener(Zol::Ptr<ControllerConfig> const& controller, Zol::ByName const& tree,
+                     ChangeSink const& sink)
+      : controller_(*controller), tree_(tree), sink_(sink) {
     isRegisteredNotifieeIs(true);
     notifierIs(controller);
   }
@@ -38,42 +32,38 @@ class ControllerListener : public ControllerConfig::Notifiee {
 #include "schema/controller_config.def"
 
  private:
-  void changed(std::string_view attribute) { sink_(attributeChange(controller_, attribute)); }
+  void changed(std::string_view attribute) {
+    sink_(attributeChange(tree_, std::string(controller_.uriPath().view()), attribute));
+  }
 
   // Held by the notifier's count.
   ControllerConfig const& controller_;
+  Zol::ByName tree_;
   ChangeSink sink_;
 };
 
 ChangeListener::ChangeListener(Zol::Ptr<Config> const& config, ChangeSink sink)
-    : config_(*config), sink_(std::move(sink)) {
+    : tree_({config}), root_(rootPath(config->name().view())), sink_(std::move(sink)) {
   isRegisteredNotifieeIs(true);
   notifierIs(config);
-  for (Chip const chip : kChips) {
-    for (Zol::Ptr<ControllerConfig const> const& controller : controllersOf(*config, chip)) {
-      listenTo(findController(*config, chip, std::string(controller->name().view())));
-    }
-  }
+  for (std::string const& path : controllerPaths(tree_, root_)) listenTo(path);
 }
 
 ChangeListener::~ChangeListener() = default;
 
-void ChangeListener::changed(Chip chip, Zol::Name const& name) {
-  Zol::Ptr<ControllerConfig> const controller =
-      findController(config_, chip, std::string(name.view()));
-  sink_(memberChange(config_, chip, name.view(), controller ? "added" : "removed"));
-  if (controller) {
-    listenTo(controller);
-    return;
-  }
+void ChangeListener::changed(std::string_view collection, Zol::Name const& name) {
+  std::string const path = memberPath(attributePath(root_, collection), name.view());
+  sink_(memberChange(tree_, path));
+  if (tree_.contains(path)) return listenTo(path);
   // Whoever is no longer in the tree has no parent; its listener goes with it.
   std::erase_if(controllers_, [](Zol::Ptr<ControllerListener> const& listener) {
     return listener->controller().zolParent() == nullptr;
   });
 }
 
-void ChangeListener::listenTo(Zol::Ptr<ControllerConfig> const& controller) {
-  controllers_.emplace_back(new ControllerListener(controller, sink_));
+void ChangeListener::listenTo(std::string const& path) {
+  auto const controller = Zol::ptrCast<ControllerConfig>(entityIn(tree_.at(path)));
+  controllers_.emplace_back(new ControllerListener(controller, tree_, sink_));
 }
 
 }  // namespace RailSeq

@@ -2,44 +2,39 @@
 // text.
 #pragma once
 
+#include "hwrailseq.h"
+
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "railseq/controllers.h"
-
 namespace RailSeq {
 
-// Takes the lines, such as "board/realUcd9012Controller[main].pollingEnabled = false" and
-// "board/realUcd9012Controller[main] added".
+// Takes the lines, as `attributeChange` and `memberChange` write them.
 using ChangeSink = std::function<void(std::string const& line)>;
-
-[[nodiscard]] std::string attributeChange(ControllerConfig const& controller,
-                                          std::string_view attribute);
-[[nodiscard]] std::string memberChange(Config const& config, Chip chip, std::string_view name,
-                                       std::string_view what);
 
 class ControllerListener;
 
 // Listens to the root from its making on, to each controller as long as the root holds it. It must
 // be made with `new`, as all listeners.
-class ChangeListener : public Config::Notifiee {
+class ChangeListener : public Hardware::Ucd9012::Config::Notifiee {
  public:
-  ChangeListener(Zol::Ptr<Config> const& config, ChangeSink sink);
+  ChangeListener(Zol::Ptr<Hardware::Ucd9012::Config> const& config, ChangeSink sink);
   ~ChangeListener() override;
 
-  using Config::Notifiee::onRealPsocController;
-  using Config::Notifiee::onRealUcd9012Controller;
-  using Config::Notifiee::onRealUcd9032Controller;
-  void onRealUcd9012Controller(Zol::Name name) override { changed(Chip::ucd9012, name); }
-  void onRealUcd9032Controller(Zol::Name name) override { changed(Chip::ucd9032, name); }
-  void onRealPsocController(Zol::Name name) override { changed(Chip::psoc, name); }
+  using Notifiee::onRealPsocController;
+  using Notifiee::onRealUcd9012Controller;
+  using Notifiee::onRealUcd9032Controller;
+  void onRealUcd9012Controller(Zol::Name name) override { changed("realUcd9012Controller", name); }
+  void onRealUcd9032Controller(Zol::Name name) override { changed("realUcd9032Controller", name); }
+  void onRealPsocController(Zol::Name name) override { changed("realPsocController", name); }
 
  private:
-  void changed(Chip chip, Zol::Name const& name);
-  void listenTo(Zol::Ptr<ControllerConfig> const& controller);
+  void changed(std::string_view collection, Zol::Name const& name);
+  void listenTo(std::string const& path);
 
-  Config& config_;
+  Zol::ByName tree_;
+  std::string root_;
   ChangeSink sink_;
   std::vector<Zol::Ptr<ControllerListener>> controllers_;
 };

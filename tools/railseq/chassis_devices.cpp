@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::uint32_t kLargestNumber = 0xffffffffU;
 constexpr std::uint32_t kLargestPage = 255;
+constexpr std::uint32_t kLargestBus = 255;
 constexpr std::uint8_t kLargestAddress = 0x7f;
 
 // The address of a text such as "0x11".
@@ -26,11 +27,11 @@ constexpr std::uint8_t kLargestAddress = 0x7f;
   return value;
 }
 
-[[nodiscard]] RailDescription readRail(NodeReader const& reader, JsonNode const& node) {
+[[nodiscard]] ChassisRail readRail(NodeReader const& reader, JsonNode const& node) {
   reader.allowKeys(node, "a rail",
                    {"name", "page", "is_power_supply_rail", "check_status_vout",
                     "compare_voltage_to_limit", "presence", "gpio"});
-  RailDescription rail;
+  ChassisRail rail{.at = node.at, .name = {}, .page = {}};
   rail.name = reader.name(reader.member(node, "name", "a rail"), "the name of a rail");
   if (JsonNode const* const page = node.find("page")) {
     rail.page = static_cast<std::uint8_t>(reader.number(*page, "page", kLargestPage));
@@ -56,10 +57,12 @@ constexpr std::uint8_t kLargestAddress = 0x7f;
 
 }  // namespace
 
-BusDescription readBus(NodeReader const& reader, JsonNode const& node) {
+ChassisBus readBus(NodeReader const& reader, JsonNode const& node) {
   reader.allowKeys(node, "i2c_interface", {"bus", "address"});
-  BusDescription bus;
-  bus.bus = reader.number(reader.member(node, "bus", "i2c_interface"), "bus", kLargestNumber);
+  ChassisBus bus;
+  bus.at = node.at;
+  bus.bus = static_cast<std::uint8_t>(
+      reader.number(reader.member(node, "bus", "i2c_interface"), "bus", kLargestBus));
   JsonNode const& address = reader.member(node, "address", "i2c_interface");
   std::optional<std::uint8_t> const value = parseAddress(address);
   if (!value) {
@@ -69,13 +72,13 @@ BusDescription readBus(NodeReader const& reader, JsonNode const& node) {
   return bus;
 }
 
-std::vector<RailDescription> readRails(NodeReader const& reader, JsonNode const& rails) {
+std::vector<ChassisRail> readRails(NodeReader const& reader, JsonNode const& rails) {
   reader.requireArray(rails, "rails");
-  std::vector<RailDescription> result;
+  std::vector<ChassisRail> result;
   std::map<std::uint8_t, std::string> pages;
   std::set<std::string> names;
   for (JsonNode const& node : rails.items) {
-    RailDescription rail = readRail(reader, node);
+    ChassisRail rail = readRail(reader, node);
     if (!names.insert(rail.name).second) {
       reader.refuse(node.find("name")->at, "the rail name " + inQuotes(rail.name) + " again",
                     "each rail name once in a power sequencer");

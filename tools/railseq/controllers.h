@@ -1,4 +1,4 @@
-// The three chip collections of a configuration root behind one set of functions.
+// The controllers of a configuration, by their paths.
 #pragma once
 
 #include "hwrailseq.h"
@@ -8,35 +8,21 @@
 #include <string_view>
 #include <vector>
 
-#include "railseq/board.h"
-
 namespace RailSeq {
 
-using Hardware::Ucd9012::Config;
-using Hardware::Ucd9012::ControllerConfig;
+// The attributes of the root that hold controllers.
+inline constexpr std::array<std::string_view, 3> kCollections{
+    "realUcd9012Controller", "realUcd9032Controller", "realPsocController"};
 
-inline constexpr std::array kChips{Chip::ucd9012, Chip::ucd9032, Chip::psoc};
+// The paths of all controllers of the root: by collection, in each sorted, so that two processes
+// list them in the same order.
+[[nodiscard]] std::vector<std::string> controllerPaths(Zol::ByName const& tree,
+                                                       std::string_view root);
 
-// The attribute of the root that holds the chip's controllers.
-[[nodiscard]] std::string_view collectionName(Chip chip);
-
-// Throws `Zol::NameInUseException` when a controller of the name has another customer name.
-Zol::Ptr<ControllerConfig> addController(Config& config, Chip chip, std::string const& name,
-                                         std::string const& customerName);
-// Does nothing for an absent name.
-void removeController(Config& config, Chip chip, std::string const& name);
-// The controller, or null.
-[[nodiscard]] Zol::Ptr<ControllerConfig> findController(Config& config, Chip chip,
-                                                        std::string const& name);
-// Sorted by name, so that two processes list them in the same order.
-[[nodiscard]] std::vector<Zol::Ptr<ControllerConfig const>> controllersOf(Config const& config,
-                                                                          Chip chip);
-
-// Makes the tree of a board.
-[[nodiscard]] Zol::Ptr<Config> makeConfig(BoardDescription const& board);
-
-// The tree as text: a line for the root, for each controller and for each of its scalars and texts,
-// each level further in.
-[[nodiscard]] std::vector<std::string> treeLines(Config const& config);
+// What a change is told as: "board/realUcd9012Controller[main].pollingEnabled = false", or
+// "board/realUcd9012Controller[main] added".
+[[nodiscard]] std::string attributeChange(Zol::ByName const& tree, std::string const& holder,
+                                          std::string_view attribute);
+[[nodiscard]] std::string memberChange(Zol::ByName const& tree, std::string const& path);
 
 }  // namespace RailSeq

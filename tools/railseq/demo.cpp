@@ -23,7 +23,7 @@ namespace {
 }  // namespace
 
 int runDemo(std::string const& boardFile, std::chrono::milliseconds pause) {
-  BoardDescription const board = readBoard(boardFile);
+  Board const board = readBoard(boardFile);
   for (std::string const& note : board.notes) std::cout << note << '\n';
 
   std::array<int, 2> log{};
@@ -39,7 +39,7 @@ int runDemo(std::string const& boardFile, std::chrono::milliseconds pause) {
   if (mirror == 0) {
     ::close(log[0]);
     ::close(report[0]);
-    return runMirror(board.configName, log[1], report[1]);
+    return runMirror(std::string(board.config->name().view()), log[1], report[1]);
   }
   ::close(log[1]);
   ::close(report[1]);

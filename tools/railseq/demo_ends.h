@@ -19,7 +19,7 @@ struct MirrorProcess {
 
 // Both take over the descriptors, run until the log has ended, and give the exit code of their
 // process.
-[[nodiscard]] int runSource(BoardDescription const& board, MirrorProcess const& mirror,
+[[nodiscard]] int runSource(Board const& board, MirrorProcess const& mirror,
                             std::chrono::milliseconds pause);
 [[nodiscard]] int runMirror(std::string const& rootName, int logFd, int reportFd);
 

@@ -9,7 +9,9 @@
 
 #include "railseq/change_listener.h"
 #include "railseq/demo_ends.h"
+#include "railseq/paths.h"
 #include "railseq/report_pipe.h"
+#include "railseq/tree_text.h"
 
 namespace RailSeq {
 
@@ -23,9 +25,12 @@ void waitFor(Connection const& connection) {
   ::poll(&waited, 1, -1);
 }
 
-void reportTree(Config const& config, ReportWriter& report) {
-  for (std::string const& line : treeLines(config)) report.write(Report::Kind::tree, line);
-  report.write(Report::Kind::digest, digestText(Zol::digest(config)));
+void reportTree(Zol::Ptr<Config> const& config, ReportWriter& report) {
+  std::string const root = rootPath(config->name().view());
+  for (std::string const& line : treeLines(Zol::ByName({config}), root)) {
+    report.write(Report::Kind::tree, line);
+  }
+  report.write(Report::Kind::digest, digestText(Zol::digest(*config)));
 }
 
 }  // namespace
@@ -55,7 +60,7 @@ int runMirror(std::string const& rootName, int logFd, int reportFd) {
     if (connection->isOpen()) waitFor(*connection);
   }
   report.write(Report::Kind::ended, connection->error());
-  if (config) reportTree(*config, report);
+  if (config) reportTree(config, report);
   if (report.isBroken()) std::cerr << "mirror: " << connection->error() << '\n';
   return config && !report.isBroken() ? 0 : 1;
 }

@@ -19,8 +19,8 @@ InputError::InputError(std::string const& file, Position at, std::string const& 
                        std::string const& expected)
     : std::runtime_error(placeText(file, at) + ": found " + found + ", expected " + expected) {}
 
-InputError::InputError(std::string const& file, std::string const& problem)
-    : std::runtime_error(file + ": " + problem) {}
+InputError::InputError(std::string const& where, std::string const& problem)
+    : std::runtime_error(where + ": " + problem) {}
 
 std::string placeText(std::string const& file, Position at) {
   return file + ":" + std::to_string(at.line) + ":" + std::to_string(at.column);

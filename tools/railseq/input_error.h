@@ -21,8 +21,8 @@ class InputError : public std::runtime_error {
  public:
   InputError(std::string const& file, Position at, std::string const& found,
              std::string const& expected);
-  // For a file that cannot be read at all, which has no places: "FILE: PROBLEM".
-  InputError(std::string const& file, std::string const& problem);
+  // "WHERE: PROBLEM", where the place is a whole file or as of `placeText`.
+  InputError(std::string const& where, std::string const& problem);
 };
 
 // "FILE:LINE:COLUMN", as editors and compilers write a place.

@@ -15,6 +15,10 @@ void NodeReader::refuse(Position at, std::string const& found, std::string const
   throw InputError(file_, at, found, expected + context_);
 }
 
+void NodeReader::fail(Position at, std::string const& message) const {
+  throw InputError(placeText(file_, at), message + context_);
+}
+
 void NodeReader::requireObject(JsonNode const& node, std::string_view what) const {
   if (node.kind != JsonNode::Kind::object) {
     refuse(node.at, describe(node), "an object for " + std::string(what));

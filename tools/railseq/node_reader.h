@@ -24,6 +24,8 @@ class NodeReader {
 
   [[noreturn]] void refuse(Position at, std::string const& found,
                            std::string const& expected) const;
+  // Refuses with a message that says all by itself.
+  [[noreturn]] void fail(Position at, std::string const& message) const;
 
   void requireObject(JsonNode const& node, std::string_view what) const;
   void requireArray(JsonNode const& node, std::string_view what) const;
