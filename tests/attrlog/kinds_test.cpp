@@ -163,21 +163,8 @@ TEST_F(Kinds, theHostCanReadAMessageWithoutApplyingIt) {
   expectEqual();
 }
 
-// A descriptor that the log does not come to know at first.
-class Reluctant : public Hardware::DexoDesc {
- public:
-  using DexoDesc::DexoDesc;
-  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
-      Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
-      Zol::PtrInterface* entry) override {
-    if (refusals-- > 0) throw Zol::EntityIdUnavailableException("not yet");
-    return DexoDesc::zolNboAttrLogSaIs(flags, n, out, entry);
-  }
-  int refusals = 3;
-};
-
 TEST_F(Kinds, anAnnouncementThatCannotBeWrittenLeavesNoTraceAndComesLater) {
-  Zol::Ptr<Reluctant> const desc(new Reluctant("desc"));
+  Zol::Ptr<Reluctant<Hardware::DexoDesc>> const desc(new Reluctant<Hardware::DexoDesc>("desc"));
   auto const late = config->realUcd9012ControllerIs("late", "c", desc, nullptr, nullptr);
   late->locationIs("unheard until it is announced");
   late->voltageRailIs(1, nullptr, nullptr);

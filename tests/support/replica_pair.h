@@ -47,6 +47,20 @@ struct ReplicaPair {
   Zol::Ptr<Connection> replica;
 };
 
+// An entity that the log does not come to know at first.
+template <class Base>
+class Reluctant : public Base {
+ public:
+  using Base::Base;
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> zolNboAttrLogSaIs(
+      Zol::Entity::Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
+      Zol::PtrInterface* entry) override {
+    if (refusals-- > 0) throw Zol::EntityIdUnavailableException("not yet");
+    return Base::zolNboAttrLogSaIs(flags, n, out, entry);
+  }
+  int refusals = 3;
+};
+
 // "c7" of "c" and 7.
 inline Zol::Name numbered(char const* prefix, unsigned int number) {
   return Zol::format("%s%u", prefix, number);

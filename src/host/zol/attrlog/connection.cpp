@@ -46,6 +46,7 @@ Connection::Connection(std::unique_ptr<Transport> transport, ConnectionOptions o
       demuxer_(new Demuxer(out_, in_, options_.maxEntities, options_.maxPartialTexts,
                            options_.flowOutBudget)) {
   in_->textLimitsAre(options_.maxUnchunkedText, options_.maxText);
+  demuxer_->maxMembersIs(options_.maxMembers);
   out_->peerNameIs(options_.peerName);
   sendHello();
 }

@@ -48,6 +48,8 @@ struct ConnectionOptions {
   std::size_t maxOrphans = 100000;
   // Roots that the peer announces.
   std::size_t maxMounts = 1024;
+  // Members of one collection of values or texts; a message that would add one more is refused.
+  std::size_t maxMembers = 1000000;
   // One turn takes in at most so many frames, and its flow-outs write at most so many bytes.
   std::size_t framesPerPump = 1024;
   // What the flow-outs of one turn write at most.
@@ -196,9 +198,10 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   [[nodiscard]] Name nameArrived(char const* what);
   void requireFrameEnd(char const* what);
   [[nodiscard]] PeerMount* peerMount(EntityId id);
-  // Runs a call of an adapter that applies a message, and judges what comes out of it.
+  // Runs a call of an adapter that applies a message, and judges what comes out of it; false when
+  // it was refused or has thrown.
   template <class Call>
-  void apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call);
+  bool apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call);
 
   std::unique_ptr<Transport> transport_;
   ConnectionOptions options_;

@@ -1,4 +1,6 @@
 // What a connection does with the frames of its peer.
+#include <cstdlib>
+
 #include "host/zol/attrlog/connection.h"
 #include "host/zol/attrlog/stream_adapter.h"
 #include "host/zol/registry/zol_type.h"
@@ -9,6 +11,9 @@ namespace {
 
 // A peer must take in what a text is cut into.
 constexpr std::uint32_t kMinPeerFrame = kMaxMessageSize;
+
+// Wrapped messages and sync modes are for peers that announce them as a feature; no version does.
+bool isFeature(AttributeId id) { return id == kSyncModeAttr || std::abs(id) == kWrappedAttr; }
 
 }  // namespace
 
@@ -110,16 +115,18 @@ Connection::PeerMount* Connection::peerMount(EntityId id) {
 }
 
 template <class Call>
-void Connection::apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call) {
+bool Connection::apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call) {
   Ptr<Entity::ZolNboAttrLogSa> const holdAdapter(&adapter);
   Ptr<Entity> const holdEntity(adapter.entity());
   auto const dropPartialText = [&] {
     Ptr<FlowIn> const flow = demuxer_->flowIn(adapter.entityId());
     if (flow && flow->aid() == id) demuxer_->flowInDel(adapter.entityId());
   };
+  bool applied = false;
   try {
     Demuxer::DispatchScope const scope(*demuxer_, holdEntity.get());
     call();
+    applied = true;
   } catch (MalformedMessageException const&) {
     throw;
   } catch (Exception const&) {
@@ -131,6 +138,7 @@ void Connection::apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& 
   }
   // A notification pass swallows what is thrown inside it, but not this.
   if (!in_->error().empty()) throw MalformedMessageException(in_->error());
+  return applied;
 }
 
 void Connection::dataArrived() {
@@ -152,7 +160,7 @@ void Connection::dataArrived() {
     return;
   }
   Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
-  if (!adapter) {
+  if (!adapter || isFeature(attrId)) {
     ++counters_.unknown;
     return;
   }
@@ -280,7 +288,13 @@ void Connection::markArrived() {
   // brackets of a peer that may write mean nothing here.
   auto const transaction = static_cast<StreamAdapter::AttrTransactionType>(type);
   if (!adapter->isReplica() && transaction != StreamAdapter::AttrTransactionType::abort) return;
-  apply(*adapter, attrId, [&] { adapter->handleAttrTransaction(attrId, transaction, n); });
+  // What a listener throws ends a sweep early: it goes on as long as it takes something out.
+  Ptr<Entity> const entity(adapter->entity());
+  for (std::uint32_t before = 0; entity;) {
+    before = entity->mutationCounter();
+    auto const transact = [&] { adapter->handleAttrTransaction(attrId, transaction, n); };
+    if (apply(*adapter, attrId, transact) || entity->mutationCounter() == before) return;
+  }
 }
 
 void Connection::syncedArrived() {

@@ -9,9 +9,6 @@ namespace {
 
 using Token = Zol::Connection::Out::TransactToken;
 
-constexpr AttributeId kSyncModeAttr = 135;
-constexpr AttributeId kWrappedAttr = 144;
-
 // Says for the time of a flow-out that the reactions come from it, and puts back what was said
 // before.
 class HandlingScheduledFlowOutAnchor {

@@ -43,6 +43,11 @@ struct TypeId {
 
 namespace NboAttrLog {
 
+// Reserved attribute ids, besides that of an orphan: a sync mode, and a child's message in a
+// wrapper, whose negated id wraps a removal.
+inline constexpr AttributeId kSyncModeAttr = 135;
+inline constexpr AttributeId kWrappedAttr = 144;
+
 // Marks the announcement of a child.
 inline constexpr std::uint32_t kChildMark = 151;
 
