@@ -20,8 +20,10 @@ namespace Hardware::Ucd9012 {
 // - `<attr>( name )` gives the member, or null; it adds 1 to the read counter.
 // - `<attr>Is( name, ... )` gives the member under the name. A missing one is made, and the
 //   listeners hear `on<Attr>( name )`. For one that exists each further argument must be what it
-//   was made with, or the call throws `NameInUseException` ("Reinstantiating the entity with name
-//   ...") and nothing changes. On success the mutation counter goes up by 1 either way.
+//   was made with, or the call throws `NameInUseException` "Reinstantiating the entity with name
+//   <name> where constructor parameter attribute _<parameter> has a different value of <given> than
+//   the current value of <current> not allowed", and nothing changes. On success the mutation
+//   counter goes up by 1 either way.
 // - `new<Attr>( name, ... )` makes a member, which replaces one of that name; it counts nothing and
 //   tells nobody.
 // - `<attr>Del( name )` and `<attr>Del( iterator )` take the member out and give it, or null when
@@ -73,8 +75,9 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Zol_BitSet flags, unsigned int n, Zol::Ptr<Zol::NboAttrLog::Out> const& out,
       Zol::PtrInterface* msgChannelEntry) override;
 
-  // How devices on an SMBus are reached. Of a descriptor that exists, `device` must be the same;
-  // its own mutators take the other ten arguments, and its listeners hear of those that differ.
+  // How devices on an SMBus are reached. Of a descriptor that exists, `device` must be the same, or
+  // `dexoDescIs` throws `NameInUseException`; its own mutators take the other ten arguments, and
+  // its listeners hear of those that differ.
   [[nodiscard]] Zol::Ptr<SmbusDexo::DexoDesc> dexoDesc(Zol::Name name) const;
   Zol::Ptr<SmbusDexo::DexoDesc> dexoDescDel(Zol::Name name);
   Zol::Ptr<SmbusDexo::DexoDesc> dexoDescDel(DexoDescMap::Iterator& iterator);
@@ -95,7 +98,8 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Hardware::LobusAgentId smbusAgentId);
   void dexoDescDelAll();
 
-  // The controllers with a UCD9012.
+  // The controllers with a UCD9012. One that exists must have been made with the same arguments, or
+  // `realUcd9012ControllerIs` throws `NameInUseException`.
   [[nodiscard]] Zol::Ptr<Ucd9012ControllerConfig> realUcd9012Controller(Zol::Name name) const;
   Zol::Ptr<Ucd9012ControllerConfig> realUcd9012ControllerDel(Zol::Name name);
   Zol::Ptr<Ucd9012ControllerConfig> realUcd9012ControllerDel(
@@ -111,7 +115,8 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus);
   void realUcd9012ControllerDelAll();
 
-  // The controllers with a UCD9032.
+  // The controllers with a UCD9032. One that exists must have been made with the same arguments, or
+  // `realUcd9032ControllerIs` throws `NameInUseException`.
   [[nodiscard]] Zol::Ptr<Ucd9032ControllerConfig> realUcd9032Controller(Zol::Name name) const;
   Zol::Ptr<Ucd9032ControllerConfig> realUcd9032ControllerDel(Zol::Name name);
   Zol::Ptr<Ucd9032ControllerConfig> realUcd9032ControllerDel(
@@ -127,7 +132,8 @@ class ZOL_EXPORT Config final : public EntityRules<Zol::AttributeRules<Zol::Enti
       Zol::Ptr<Hardware::Gpio::PinStatus const> const& resetGpioPinStatus);
   void realUcd9032ControllerDelAll();
 
-  // The controllers with a PSoC.
+  // The controllers with a PSoC. One that exists must have been made with the same arguments, or
+  // `realPsocControllerIs` throws `NameInUseException`.
   [[nodiscard]] Zol::Ptr<PsocControllerConfig> realPsocController(Zol::Name name) const;
   Zol::Ptr<PsocControllerConfig> realPsocControllerDel(Zol::Name name);
   Zol::Ptr<PsocControllerConfig> realPsocControllerDel(RealPsocControllerMap::Iterator& iterator);

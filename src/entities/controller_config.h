@@ -114,7 +114,8 @@ class ZOL_EXPORT ControllerConfig
   virtual void locationIs(Zol::String8 value);
 
   // The rails that the controller sequences, in the order of their numbers, 0 to 255. Each rail is
-  // made with its two entities of the environment model.
+  // made with its two entities of the environment model; one that exists must have been made with
+  // the same two, or `voltageRailIs` throws `NameInUseException`.
   [[nodiscard]] Zol::Ptr<VoltageRailConfig> voltageRail(std::uint8_t id) const;
   virtual Zol::Ptr<VoltageRailConfig> voltageRailDel(std::uint8_t id);
   virtual Zol::Ptr<VoltageRailConfig> voltageRailDel(VoltageRailMap::Iterator& iterator);

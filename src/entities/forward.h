@@ -25,6 +25,9 @@ class PinConfig;
 class PinStatus;
 }  // namespace Hardware::Gpio
 
+// The model of power-sequencing controllers: the roots `Config` and `Status`, what stands below
+// them, and their values. Objects are made with `new` or by their holder and held by `Zol::Ptr`;
+// every class of entities has a class `Notifiee` for its listeners.
 namespace Hardware::Ucd9012 {
 class Config;
 class ControllerConfig;

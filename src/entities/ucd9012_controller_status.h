@@ -6,8 +6,8 @@
 
 namespace Hardware::Ucd9012 {
 
-// A controller of this chip. All that it is lies in `ControllerStatus`; it is a member of a hashed
-// collection of `Status`.
+// What is reported about a controller with a UCD9012. All that it is lies in `ControllerStatus`; it
+// is a member of a hashed collection of `Status`.
 class ZOL_EXPORT Ucd9012ControllerStatus final : public ControllerStatus {
  public:
   class NotifieeConst;

@@ -7,7 +7,8 @@
 
 namespace Hardware::Ucd9012 {
 
-// An entry of `ControllerConfig::diagModeConfig`, known by its name.
+// An operational mode paired with a command: an entry of `ControllerConfig::diagModeConfig`, known
+// by its name.
 //
 // A mutator `<attr>Is( value )` with the present value does nothing. Otherwise it stores the value,
 // adds 1 to the mutation counter and tells each listener through `on<Attr>()`. No value is refused.

@@ -6,8 +6,8 @@
 
 namespace Hardware::Ucd9012 {
 
-// A controller of this chip. All that it is lies in `ControllerConfig`; it is a member of a hashed
-// collection of `Config`.
+// What is wanted of a controller with a UCD9032. All that it is lies in `ControllerConfig`; it is a
+// member of a hashed collection of `Config`.
 class ZOL_EXPORT Ucd9032ControllerConfig final : public ControllerConfig {
  public:
   class NotifieeConst;

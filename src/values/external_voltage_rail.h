@@ -12,7 +12,8 @@ namespace Hardware::Ucd9012 {
 
 class RecordForm;
 
-// A plain value. To change one that a collection holds, store another under the same key.
+// A rail outside the controller, with the kind of fault that it stands for:
+// a plain value. To change one that a collection holds, store another under the same key.
 class ZOL_EXPORT ExternalVoltageRail {
  public:
   class GenericIf_;

@@ -11,7 +11,8 @@ namespace Hardware::Ucd9012 {
 
 class RecordForm;
 
-// A plain value. To change one that a collection holds, store another under the same key.
+// How the fault bits of a source stand for a reload cause:
+// a plain value. To change one that a collection holds, store another under the same key.
 class ZOL_EXPORT PageFaultCause {
  public:
   class GenericIf_;

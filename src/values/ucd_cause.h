@@ -11,7 +11,8 @@ namespace Hardware::Ucd9012 {
 
 class RecordForm;
 
-// A plain value. To change one that a collection holds, store another under the same key.
+// How an input of a UCD sequencer stands for a reload cause:
+// a plain value. To change one that a collection holds, store another under the same key.
 class ZOL_EXPORT UcdCause {
  public:
   class GenericIf_;

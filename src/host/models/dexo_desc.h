@@ -20,6 +20,7 @@ class ZOL_EXPORT DexoDesc : public Zol::AttributeRules<NamedEntity> {
 
 }  // namespace Hardware
 
+// Access to devices on an SMBus.
 namespace SmbusDexo {
 
 // How a device on an SMBus is reached. All attributes are given at construction; all but `device`
@@ -127,6 +128,7 @@ class ZOL_EXPORT DexoDesc::Notifiee : public DexoDesc::NotifieeConst {
 
 }  // namespace SmbusDexo
 
+// Access to devices on an I2C bus.
 namespace I2cDexo {
 
 // How a device on an I2C bus is reached. Nothing of it changes.

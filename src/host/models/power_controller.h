@@ -16,6 +16,7 @@ class PinConfig;
 class PinStatus;
 }  // namespace Gpio
 
+// The base model of power controllers of any make.
 namespace PowerController {
 
 // What is wanted of a controller.

@@ -7,6 +7,7 @@
 #include "host/models/smbus.h"
 #include "host/models/units.h"
 
+// General-purpose pins.
 namespace Hardware::Gpio {
 
 // What is wanted of a pin.
@@ -31,6 +32,7 @@ class ZOL_EXPORT PinStatus : public Hardware::NamedEntity {
 
 }  // namespace Hardware::Gpio
 
+// The environment model of power.
 namespace Environment::Power {
 
 // What is wanted of a voltage rail, as the environment model has it.
@@ -55,6 +57,7 @@ class ZOL_EXPORT VoltageRailStatus : public Hardware::NamedEntity {
 
 }  // namespace Environment::Power
 
+// Sensors.
 namespace EntityMib {
 
 // A sensor.
@@ -69,6 +72,7 @@ class ZOL_EXPORT Sensor : public Hardware::NamedEntity {
 
 }  // namespace EntityMib
 
+// Outputs.
 namespace Fru {
 
 // A general-purpose output.

@@ -7,6 +7,7 @@
 #include "host/zol/value_reading.h"
 #include "host/zol/value_text.h"
 
+// Physical quantities.
 namespace Units {
 
 // A number of the unit `Self`. Negative infinity, the default, stands for "no reading" or "no

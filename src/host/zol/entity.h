@@ -29,7 +29,7 @@ class ZOL_EXPORT Entity : public PtrInterface {
   void zeroReferencesIs(bool value) override;
   [[nodiscard]] ZolType* fwkType() const override;
 
-  // Reading the name counts as no read.
+  // The name. Reading it counts as no read.
   [[nodiscard]] virtual Name const& name() const;
   // The entity that owns this one, or null.
   [[nodiscard]] virtual Ptr<Entity const> parent() const;
@@ -40,7 +40,7 @@ class ZOL_EXPORT Entity : public PtrInterface {
   virtual void parentIs(Ptr<Entity> const& parent);
   // The attribute of the parent's class that holds this entity; null without a parent.
   [[nodiscard]] virtual ZolAttr const* parentAttr() const;
-  // 136 until a holder takes the entity.
+  // The id of that attribute; 136 until a holder takes the entity.
   [[nodiscard]] virtual AttributeId parentAttrId() const;
   // Records the id of the attribute of the holder; for the holder.
   virtual void parentAttrIdIs(AttributeId id);

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+// The object runtime: counted objects, texts, entities and their listeners, collections, the
+// registry of types, and access by name.
 namespace Zol {
 
 // Names an attribute within its class. Negative on a stream: removal of a member of that attribute.

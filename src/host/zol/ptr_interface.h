@@ -61,11 +61,11 @@ class ZOL_EXPORT PtrInterface {
   // The count, without the other bits.
   [[nodiscard]] std::uint32_t references() const noexcept { return word() & kCountMask; }
 
-  // Bit 29.
+  // Whether notification is active.
   [[nodiscard]] bool hasNotificationActive() const noexcept {
     return (word() & kNotificationActive) != 0;
   }
-  // Bit 31.
+  // Whether the object is marked for deletion.
   [[nodiscard]] bool zolMarkedForDeletion() const noexcept {
     return (word() & kMarkedForDeletion) != 0;
   }

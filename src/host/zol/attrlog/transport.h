@@ -10,6 +10,8 @@
 
 #include "host/zol/export.h"
 
+// The attribute log, which keeps a replica of a tree up to date: a `Connection` at each end, over a
+// `Transport`.
 namespace Zol::NboAttrLog {
 
 // A byte stream in both directions that never blocks.
