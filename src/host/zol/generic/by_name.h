@@ -44,7 +44,9 @@ class ZOL_EXPORT ByName {
  public:
   // One argument of a constructor: a plain text, or an entity.
   struct Argument {
+    // The parameter.
     std::string name;
+    // What it gets.
     std::variant<std::string, Ptr<Entity>> value;
   };
   // Told a path and what stands there.
@@ -55,6 +57,7 @@ class ZOL_EXPORT ByName {
 
   // What stands at the path, as a generic object.
   [[nodiscard]] Ptr<GenericIf> at(std::string_view path) const;
+  // The plain text of what stands at the path.
   [[nodiscard]] String8 read(std::string_view path) const { return plainText(at(path).get()); }
   // Whether there is something: a member, an entity that is not null; true for any other attribute.
   [[nodiscard]] bool contains(std::string_view path) const;
