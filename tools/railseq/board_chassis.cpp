@@ -144,9 +144,9 @@ void ChassisFormReader::makeRail(std::string const& controller, ChassisRail cons
   }
   std::string const path =
       memberPath(attributePath(controller, "voltageRail"), std::to_string(*rail.page));
-  filler_.make(rail.at, path,
-               {{"voltageRailEnvConfig",
-                 filler_.sibling(*Environment::Power::VoltageRailConfig::_fwkType(), rail.name)}});
+  // Rails of the same name in two sequencers are two rails.
+  Zol::Ptr<Zol::Entity> const named = new Environment::Power::VoltageRailConfig(rail.name);
+  filler_.make(rail.at, path, {{"voltageRailEnvConfig", named}});
 }
 
 bool ChassisFormReader::skipsGpioOnly(JsonNode const& sequencer, std::string const& type) {

@@ -69,18 +69,18 @@ void addCommands(Tool& tool) {
   demo.add_option("--pause", tool.pause, "Milliseconds to wait behind each change, to read along")
       ->check(CLI::Range(kLongestPause));
 
-  CLI::App& get =
-      tool.boardCommand("get", "Print the values at paths, one a line.",
-                        "Examples:\n"
-                        "  railseq get --board b.json switch/realUcd9012Controller[main]/location\n"
-                        "  railseq get --board b.json --json switch/dexoDesc[main-bus]/busId\n",
-                        &RailSeq::runGet);
+  CLI::App& get = tool.boardCommand(
+      "get", "Print the values at paths, one a line.",
+      "Examples:\n"
+      "  railseq get --board b.json 'switch/realUcd9012Controller[main]/location'\n"
+      "  railseq get --board b.json --json 'switch/dexoDesc[main-bus]/busId'\n",
+      &RailSeq::runGet);
   tool.words(get, "PATH", "Paths of values").required();
 
   CLI::App& set = tool.boardCommand(
       "set", "Set attributes in the order given, and print what changed. The file stays as it is.",
       "Examples:\n"
-      "  railseq set --board b.json switch/realUcd9012Controller[main]/pollingEnabled=false\n"
+      "  railseq set --board b.json 'switch/realUcd9012Controller[main]/pollingEnabled=false'\n"
       "  railseq set --board b.json --tree "
       "'switch/realUcd9012Controller[main]/voltageRail[0]/overrideVoutUvLimit=11.4'\n",
       &RailSeq::runSet);
@@ -90,7 +90,7 @@ void addCommands(Tool& tool) {
   CLI::App& count = tool.boardCommand(
       "count", "Print the numbers of members of attributes with keys, one a line.",
       "Example:\n"
-      "  railseq count --board b.json switch/realUcd9012Controller[main]/voltageRail\n",
+      "  railseq count --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n",
       &RailSeq::runCount);
   tool.words(count, "PATH", "Paths of attributes, without a key at the end").required();
 
@@ -100,7 +100,7 @@ void addCommands(Tool& tool) {
       "a path, that is a board file again.",
       "Examples:\n"
       "  railseq tree --board b.json\n"
-      "  railseq tree --board b.json switch/realUcd9012Controller[main]/voltageRail\n"
+      "  railseq tree --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n"
       "  railseq tree --board public-form.json --json > own-form.json\n",
       &RailSeq::runTree);
   tool.words(tree, "PATH", "Paths");
@@ -110,7 +110,7 @@ void addCommands(Tool& tool) {
       "List the types of the model in the order of their registration, or show the attributes of "
       "types.",
       std::string("Examples:\n  railseq types\n  railseq types ControllerConfig\n"
-                  "  railseq types --board b.json switch/realUcd9012Controller[main]\n\n"
+                  "  railseq types --board b.json 'switch/realUcd9012Controller[main]'\n\n"
                   "Exit codes: 0 good; 1 no such type, or a path that cannot be; 2 a bad board "
                   "file, or bad usage."),
       [&tool] { return RailSeq::runTypes(tool.line, std::cout); });
