@@ -131,7 +131,7 @@ TEST(AttributeFormRefusal, OfReferencesSaysWhatStandsThere) {
        {boardWith(R"("dexoDesc": {"name": "x"})"),
         "3:13: found an object, expected the path of an entity, or null, for dexoDesc"},
        {"{\"config\": {\"controller\": [\n\"config/dexoDesc\"]}}",
-        "2:1: config/controller: config/dexoDesc: the attribute has keys, expected "
+        "2:1: config/dexoDesc: the attribute has keys, expected "
         "dexoDesc[KEY]"},
        {R"({"config": {"name": "a"}, "status": {"name": "a"}})",
         "1:37: found both sides with the name \"a\", expected a name of its own for each side"}});

@@ -1,16 +1,12 @@
 // Runs of the built program, as a shell would run it.
 #include <gmock/gmock.h>
 #include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <string>
 
+#include "tool/run_tool.h"
 #include "tool/temp_file.h"
 
 namespace RailSeq {
@@ -20,36 +16,12 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-struct Outcome {
-  int exitCode;
-  std::string output;
-};
-
 // The rest of the line behind the mark; empty when the mark does not stand in the text.
 std::string behind(std::string const& text, std::string const& mark) {
   std::size_t const begin = text.find(mark);
   if (begin == std::string::npos) return "";
   std::size_t const value = begin + mark.size();
   return text.substr(value, text.find('\n', value) - value);
-}
-
-// The program's exit code and all that it printed, on both streams; `watch` sees what there is so
-// far behind each line.
-Outcome railseq(
-    std::string const& arguments,
-    std::function<void(std::string const&)> const& watch = [](auto&) {}) {
-  std::string const command = std::string("'") + RAILSEQ_TOOL + "' " + arguments + " 2>&1";
-  std::FILE* const pipe = ::popen(command.c_str(), "r");
-  Outcome run{-1, ""};
-  if (!pipe) return run;
-  std::array<char, 4096> line{};
-  while (std::fgets(line.data(), static_cast<int>(line.size()), pipe)) {
-    run.output += line.data();
-    watch(run.output);
-  }
-  int const status = ::pclose(pipe);
-  run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return run;
 }
 
 // The digests are equal unless a reference went out as null, of which the demo tells.
@@ -117,7 +89,9 @@ TEST(BadUsage, EndsWithExitCodeTwo) {
       {"demo", "BOARD"},
       {"nonsense", "nonsense"},
       {"demo /nonexistent.json", "/nonexistent.json: cannot be read: No such file"},
-      {"types a b", "b"}};
+      {"get x", "--board"},
+      {"get --board /nonexistent.json x", "/nonexistent.json: cannot be read: No such file"},
+      {"set --board '" RAILSEQ_BOARDS "/switch-2ucd.json' x", "found \"x\", expected PATH=VALUE"}};
   for (auto const& [arguments, complaint] : uses) {
     Outcome const run = railseq(arguments);
     EXPECT_EQ(run.exitCode, 2) << arguments;
@@ -134,37 +108,14 @@ TEST(BadBoardFile, EndsWithExitCodeTwoAndNothingIsStarted) {
                             "realPsocController\n");
 }
 
-TEST(Help, IsGivenForTheProgramAndForEveryCommand) {
-  EXPECT_THAT(railseq("--help").output, AllOf(HasSubstr("demo"), HasSubstr("types")));
-  for (char const* const command : {"--help", "demo --help", "types --help"}) {
-    Outcome const run = railseq(command);
+TEST(Help, IsGivenWithExamplesForEveryCommand) {
+  for (char const* const command :
+       {"", "demo", "get", "set", "count", "tree", "types", "lint", "complete"}) {
+    Outcome const run = railseq(std::string(command) + " --help");
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(run.output, HasSubstr("xit codes"));
+    EXPECT_THAT(run.output, AllOf(HasSubstr("Example"), HasSubstr("Exit codes")));
+    EXPECT_THAT(railseq("--help").output, HasSubstr(command));
   }
-}
-
-TEST(Types, AreListedInTheOrderOfRegistration) {
-  Outcome const run = railseq("types");
-  EXPECT_EQ(run.exitCode, 0);
-  EXPECT_THAT(run.output, StartsWith("TYPE "));
-  EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 25) << "24 types and a heading";
-  EXPECT_LT(run.output.find("\nOperationalMode "), run.output.find("\nCauseType "));
-  EXPECT_LT(run.output.find("\nConfig "), run.output.find("\nStatus "));
-}
-
-TEST(Types, ShowTheirAttributesUnderEitherName) {
-  Outcome const run = railseq("types ControllerConfig");
-  EXPECT_EQ(run.exitCode, 0);
-  EXPECT_THAT(run.output,
-              testing::ContainsRegex("\n390 +voltageRail +children +VoltageRailConfig"));
-  EXPECT_THAT(run.output, testing::ContainsRegex("\n402 +pollingEnabled +scalar .*0x222143"));
-  EXPECT_EQ(railseq("types Hardware::Ucd9012::ControllerConfig").output, run.output);
-}
-
-TEST(Types, AnUnknownOneGetsTheNearestNames) {
-  Outcome const run = railseq("types ControlerConfig");
-  EXPECT_EQ(run.exitCode, 1);
-  EXPECT_THAT(run.output, HasSubstr("unknown type \"ControlerConfig\", expected ControllerConfig"));
 }
 
 }  // namespace

@@ -12,7 +12,8 @@ namespace RailSeq {
 class TempFile {
  public:
   explicit TempFile(std::string const& text)
-      : path_(testing::TempDir() + "railseq_test_" + std::to_string(::getpid())) {
+      : path_(testing::TempDir() + "railseq_test_" + std::to_string(::getpid()) + "_" +
+              std::to_string(++made_)) {
     std::ofstream(path_, std::ios::binary) << text;
   }
   TempFile(TempFile const&) = delete;
@@ -22,6 +23,7 @@ class TempFile {
   [[nodiscard]] std::string const& path() const { return path_; }
 
  private:
+  static inline unsigned int made_ = 0;
   std::string path_;
 };
 

@@ -21,8 +21,7 @@ struct Board {
   Zol::Ptr<Config> config;
   // Null when the file has no status side.
   Zol::Ptr<Status> status;
-  // One line each, with its place in the file: what was read but has no place in a tree, and what
-  // will not go over a log.
+  // One line each, with its place in the file: what was read but has no place in a tree.
   std::vector<std::string> notes;
 };
 

@@ -64,7 +64,7 @@ class AttributeFormReader {
   void readChildren(std::string const& path, ZolAttr const& attr, JsonMember const& given);
   void readValues(std::string const& path, ZolAttr const& attr, JsonMember const& given);
   void readReference(std::string const& holder, ZolAttr const& attr, JsonMember const& given);
-  void readReferences(std::string const& path, JsonMember const& given);
+  void readReferences(std::string const& path, ZolAttr const& attr, JsonMember const& given);
   void child(Child const& given) {
     if (!make(given)) waiting_.push_back(given);
   }
@@ -150,7 +150,7 @@ void AttributeFormReader::readAttribute(std::string const& holder, ZolAttr const
     if (attr.keyType()) return readChildren(path, attr, given);
     if (given.value.kind != JsonNode::Kind::null) child({path, &attr, &given});
   } else if (attr.type()->isEntity()) {
-    attr.keyType() ? readReferences(path, given) : readReference(holder, attr, given);
+    attr.keyType() ? readReferences(path, attr, given) : readReference(holder, attr, given);
   } else if (attr.keyType()) {
     readValues(path, attr, given);
   } else {
@@ -192,11 +192,15 @@ void AttributeFormReader::readReference(std::string const& holder, ZolAttr const
   });
 }
 
-void AttributeFormReader::readReferences(std::string const& path, JsonMember const& given) {
+void AttributeFormReader::readReferences(std::string const& path, ZolAttr const& attr,
+                                         JsonMember const& given) {
   reader_.requireArray(given.value, given.key);
   for (JsonNode const& node : given.value.items) {
     std::string const& target = reader_.text(node, "the path of a member of " + given.key);
-    references_.push_back([this, &node, &target, path] { filler_.write(node.at, path, target); });
+    references_.push_back([this, &node, &target, path, &attr] {
+      filler_.requireEntity(node.at, target, *attr.type());
+      filler_.write(node.at, path, target);
+    });
   }
 }
 

@@ -15,9 +15,6 @@ namespace {
 constexpr std::uint32_t kLargestNumber = 0xffffffffU;
 constexpr std::string_view kGpioOnlyType = "gpios_only_device";
 
-// Above this, a bus number does not go over a log.
-constexpr std::uint8_t kLargestLoggedBus = 0x7f;
-
 // The attribute of the root that holds controllers of a device type; null for an unknown one. A
 // known type is a family's letters with at least one more letter or digit behind them.
 [[nodiscard]] char const* collectionOfType(std::string type) {
@@ -134,10 +131,6 @@ void ChassisFormReader::readSequencer(JsonNode const& sequencer, std::string con
 
 // Gives the path of the descriptor.
 std::string ChassisFormReader::makeBus(std::string const& controller, ChassisBus const& bus) {
-  if (bus.bus > kLargestLoggedBus) {
-    note(bus.at, "bus " + std::to_string(bus.bus) + " does not go over a log, which takes 0 to " +
-                     std::to_string(kLargestLoggedBus));
-  }
   std::string path = memberPath(attributePath(root_, "dexoDesc"), controller + "-bus");
   filler_.make(bus.at, path,
                {{"busId", std::to_string(bus.bus)}, {"deviceId", std::to_string(bus.address)}});
@@ -151,9 +144,9 @@ void ChassisFormReader::makeRail(std::string const& controller, ChassisRail cons
   }
   std::string const path =
       memberPath(attributePath(controller, "voltageRail"), std::to_string(*rail.page));
-  filler_.make(rail.at, path,
-               {{"voltageRailEnvConfig",
-                 filler_.sibling(*Environment::Power::VoltageRailConfig::_fwkType(), rail.name)}});
+  // Rails of the same name in two sequencers are two rails.
+  Zol::Ptr<Zol::Entity> const named = new Environment::Power::VoltageRailConfig(rail.name);
+  filler_.make(rail.at, path, {{"voltageRailEnvConfig", named}});
 }
 
 bool ChassisFormReader::skipsGpioOnly(JsonNode const& sequencer, std::string const& type) {

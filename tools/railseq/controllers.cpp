@@ -5,14 +5,20 @@
 
 #include "railseq/attribute_values.h"
 #include "railseq/paths.h"
+#include "railseq/wording.h"
 
 namespace RailSeq {
+
+std::vector<std::string> memberPaths(Zol::ByName const& tree, std::string const& attribute) {
+  std::vector<std::string> members = tree.complete(attribute + "[");
+  std::ranges::sort(members, comesBefore);
+  return members;
+}
 
 std::vector<std::string> controllerPaths(Zol::ByName const& tree, std::string_view root) {
   std::vector<std::string> paths;
   for (std::string_view const collection : kCollections) {
-    std::vector<std::string> members = tree.complete(attributePath(root, collection) + "[");
-    std::ranges::sort(members);
+    std::vector<std::string> const members = memberPaths(tree, attributePath(root, collection));
     paths.insert(paths.end(), members.begin(), members.end());
   }
   return paths;

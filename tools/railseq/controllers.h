@@ -14,8 +14,10 @@ namespace RailSeq {
 inline constexpr std::array<std::string_view, 3> kCollections{
     "realUcd9012Controller", "realUcd9032Controller", "realPsocController"};
 
-// The paths of all controllers of the root: by collection, in each sorted, so that two processes
-// list them in the same order.
+// The paths of the members of an attribute, sorted: the order of a walk differs between processes.
+[[nodiscard]] std::vector<std::string> memberPaths(Zol::ByName const& tree,
+                                                   std::string const& attribute);
+// The paths of all controllers of the root, by collection, in each sorted.
 [[nodiscard]] std::vector<std::string> controllerPaths(Zol::ByName const& tree,
                                                        std::string_view root);
 

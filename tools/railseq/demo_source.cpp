@@ -174,10 +174,12 @@ void Source::did(std::string const& line) {
   did_.push_back(line);
   await("the mirror to hear of this change", [this] { return heard_.size() >= did_.size(); });
   Clock::time_point const resume = Clock::now() + pause_;
-  while (!hasFailed() && Clock::now() < resume && connection_->isOpen()) {
+  while (!hasFailed() && Clock::now() < resume) {
     while (connection_->pump()) {
     }
     takeReports();
+    // Without the mirror nothing could end the wait early.
+    if (!connection_->isOpen()) return;
     waitFor(resume);
   }
 }

@@ -2,52 +2,160 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "host/zol/exception.h"
+#include "railseq/commands.h"
 #include "railseq/demo.h"
-#include "railseq/input_error.h"
-#include "railseq/types.h"
 
 namespace {
 
+using RailSeq::CommandLine;
+
+constexpr int kRefused = 1;
 constexpr int kBadUsage = 2;
 constexpr unsigned int kLongestPause = 60000;
 
-int run(int argc, char** argv) {
-  CLI::App app{"Hosts and shows the shared state model of power-sequencing controllers."};
-  app.name("railseq");
-  app.require_subcommand(0, 1);
-  app.footer("Exit codes: 0 good; 1 see the command; 2 bad input or usage.");
+constexpr char const* kPathHelp =
+    "\nA path begins with the name of a root; each further step is an attribute, with the key of a "
+    "member in brackets. railseq tree shows them all.\n";
+constexpr char const* kExitCodes =
+    "\nExit codes: 0 good; 1 a path or a value that cannot be; 2 a bad board file, or bad usage.";
 
-  std::string board;
+struct Tool {
+  CLI::App app{"Hosts and shows the shared state model of power-sequencing controllers."};
+  CommandLine line;
   unsigned int pause = 0;
-  CLI::App* const demo = app.add_subcommand(
-      "demo", "Load a board, mirror it in a second process, make changes and compare both trees.");
-  demo->footer(
+
+  CLI::App& command(char const* name, char const* what, std::string const& footer,
+                    std::function<int()> run) {
+    CLI::App* const sub = app.add_subcommand(name, what);
+    sub->footer(footer);
+    runs.emplace_back(sub, std::move(run));
+    return *sub;
+  }
+  // A command on the paths of a board.
+  CLI::App& boardCommand(char const* name, char const* what, std::string const& footer,
+                         int (*run)(CommandLine const&, std::ostream&)) {
+    CLI::App& sub = command(name, what, footer + kPathHelp + kExitCodes,
+                            [this, run] { return run(line, std::cout); });
+    sub.add_option("--board", line.board, "Board description, a JSON file of either form")
+        ->type_name("FILE")
+        ->required();
+    sub.add_flag("--json", line.json, "Answer in JSON");
+    return sub;
+  }
+  CLI::Option& words(CLI::App& sub, char const* name, char const* what) {
+    return *sub.add_option(name, line.words, what)->type_name("");
+  }
+
+  std::vector<std::pair<CLI::App*, std::function<int()>>> runs;
+};
+
+void addCommands(Tool& tool) {
+  CLI::App& demo = tool.command(
+      "demo", "Load a board, mirror it in a second process, make changes and compare both trees.",
+      "Example:\n  railseq demo examples/boards/switch-2ucd.json\n\n"
       "Exit codes: 0 the mirror heard every change and is equal; 1 it did not, is not, or died; "
-      "2 the board cannot be read, or bad usage.");
-  demo->add_option("BOARD", board, "Board description, a JSON file of either form")->required();
-  demo->add_option("--pause", pause, "Milliseconds to wait behind each change, to read along")
+      "2 the board cannot be read, or bad usage.",
+      [&tool] { return RailSeq::runDemo(tool.line.board, std::chrono::milliseconds(tool.pause)); });
+  demo.add_option("BOARD", tool.line.board, "Board description, a JSON file of either form")
+      ->type_name("")
+      ->required();
+  demo.add_option("--pause", tool.pause, "Milliseconds to wait behind each change, to read along")
       ->check(CLI::Range(kLongestPause));
 
-  std::string type;
-  CLI::App* const types = app.add_subcommand(
+  CLI::App& get = tool.boardCommand(
+      "get", "Print the values at paths, one a line.",
+      "Examples:\n"
+      "  railseq get --board b.json 'switch/realUcd9012Controller[main]/location'\n"
+      "  railseq get --board b.json --json 'switch/dexoDesc[main-bus]/busId'\n",
+      &RailSeq::runGet);
+  tool.words(get, "PATH", "Paths of values").required();
+
+  CLI::App& set = tool.boardCommand(
+      "set", "Set attributes in the order given, and print what changed. The file stays as it is.",
+      "Examples:\n"
+      "  railseq set --board b.json 'switch/realUcd9012Controller[main]/pollingEnabled=false'\n"
+      "  railseq set --board b.json --tree "
+      "'switch/realUcd9012Controller[main]/voltageRail[0]/overrideVoutUvLimit=11.4'\n",
+      &RailSeq::runSet);
+  tool.words(set, "PATH=VALUE", "Assignments").required();
+  set.add_flag("--tree", tool.line.tree, "Show the trees afterwards");
+
+  CLI::App& count = tool.boardCommand(
+      "count", "Print the numbers of members of attributes with keys, one a line.",
+      "Example:\n"
+      "  railseq count --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n",
+      &RailSeq::runCount);
+  tool.words(count, "PATH", "Paths of attributes, without a key at the end").required();
+
+  CLI::App& tree = tool.boardCommand(
+      "tree",
+      "Print what stands at paths and below; without a path, all. With --json and without "
+      "a path, that is a board file again.",
+      "Examples:\n"
+      "  railseq tree --board b.json\n"
+      "  railseq tree --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n"
+      "  railseq tree --board public-form.json --json > own-form.json\n",
+      &RailSeq::runTree);
+  tool.words(tree, "PATH", "Paths");
+
+  CLI::App& types = tool.command(
       "types",
       "List the types of the model in the order of their registration, or show the attributes of "
-      "one type.");
-  types->footer("Exit codes: 0 good; 1 no such type; 2 bad usage.");
-  types->add_option("TYPE", type, "Bare or full name, such as ControllerConfig");
+      "types.",
+      std::string("Examples:\n  railseq types\n  railseq types ControllerConfig\n"
+                  "  railseq types --board b.json 'switch/realUcd9012Controller[main]'\n\n"
+                  "Exit codes: 0 good; 1 no such type, or a path that cannot be; 2 a bad board "
+                  "file, or bad usage."),
+      [&tool] { return RailSeq::runTypes(tool.line, std::cout); });
+  types.add_option("--board", tool.line.board, "Take the names for paths of this board")
+      ->type_name("FILE");
+  types.add_flag("--json", tool.line.json, "Answer in JSON");
+  tool.words(types, "TYPE", "Bare or full names, such as ControllerConfig; with --board, paths");
 
+  CLI::App& lint =
+      tool.command("lint", "Check a board description.",
+                   "Example:\n  railseq lint examples/boards/switch-2ucd.json\n\n"
+                   "Exit codes: 0 good; 1 there are warnings; 2 it cannot be read, or bad usage.",
+                   [&tool] { return RailSeq::runLint(tool.line, std::cout); });
+  lint.add_option("BOARD", tool.line.board, "Board description, a JSON file of either form")
+      ->type_name("")
+      ->required();
+  lint.add_flag("--json", tool.line.json, "Answer in JSON");
+
+  CLI::App& complete = tool.command(
+      "complete", "Print the completions of the beginning of a path, or of PATH=VALUE, one a line.",
+      "Examples:\n  railseq complete config/dexo\n"
+      "  railseq complete --board b.json 'switch/realUcd9012Controller['\n\n"
+      "Exit codes: 0 good, also without a completion; 2 a bad board file, or bad usage.",
+      [&tool] { return RailSeq::runComplete(tool.line, std::cout); });
+  complete.add_option("--board", tool.line.board, "Board; without one, the types alone are asked")
+      ->type_name("FILE");
+  tool.words(complete, "START", "What is there of the path").expected(0, 1);
+}
+
+int run(int argc, char** argv) {
+  Tool tool;
+  tool.app.name("railseq");
+  tool.app.require_subcommand(0, 1);
+  tool.app.footer(
+      "Example:\n  railseq tree --board examples/boards/switch-2ucd.json\n\n"
+      "railseq COMMAND --help tells more. Exit codes: 0 good; 1 see the command; 2 bad input or "
+      "usage.");
+  addCommands(tool);
   try {
-    app.parse(argc, argv);
+    tool.app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
-    return app.exit(error) == 0 ? 0 : kBadUsage;
+    return tool.app.exit(error) == 0 ? 0 : kBadUsage;
   }
-  if (demo->parsed()) return RailSeq::runDemo(board, std::chrono::milliseconds(pause));
-  if (types->parsed()) {
-    return type.empty() ? RailSeq::listTypes(std::cout)
-                        : RailSeq::showType(type, std::cout, std::cerr);
+  for (auto const& [sub, runIt] : tool.runs) {
+    if (sub->parsed()) return runIt();
   }
   std::cerr << "railseq: a command is required; railseq --help shows them\n";
   return kBadUsage;
@@ -58,6 +166,9 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     return run(argc, argv);
+  } catch (Zol::Exception const& error) {
+    std::cerr << "railseq: " << error.what() << '\n';
+    return kRefused;
   } catch (std::exception const& error) {
     std::cerr << "railseq: " << error.what() << '\n';
     return kBadUsage;

@@ -28,4 +28,20 @@ namespace RailSeq {
   return path + ']';
 }
 
+// Where the "=" of PATH=VALUE stands: the first one outside the brackets of a key, in which it may
+// stand for itself. `npos` for a text without one.
+[[nodiscard]] inline std::size_t findAssignment(std::string_view text) {
+  bool isInKey = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\\') {
+      ++i;
+    } else if (text[i] == '[' || text[i] == ']') {
+      isInKey = text[i] == '[';
+    } else if (text[i] == '=' && !isInKey) {
+      return i;
+    }
+  }
+  return std::string_view::npos;
+}
+
 }  // namespace RailSeq

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <iomanip>
-#include <iostream>
 #include <sstream>
 #include <string_view>
 #include <vector>
@@ -44,6 +43,10 @@ using Row = std::vector<std::string>;
   return name;
 }
 
+[[nodiscard]] Json nameJson(ZolType const* type) {
+  return type ? Json(type->fullName().view()) : Json(nullptr);
+}
+
 [[nodiscard]] std::string kindOf(ZolType const& type) {
   if (type.isEnumType()) return "enumeration";
   if (type.isEntity()) return "entity";
@@ -69,7 +72,8 @@ using Row = std::vector<std::string>;
 }
 
 // Each column as wide as its widest cell.
-void print(std::vector<Row> const& rows, std::ostream& out) {
+[[nodiscard]] std::string tableText(std::vector<Row> const& rows) {
+  std::ostringstream out;
   std::vector<std::size_t> widths(rows.front().size());
   for (Row const& row : rows) {
     for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
@@ -80,6 +84,7 @@ void print(std::vector<Row> const& rows, std::ostream& out) {
     }
     out << row.back() << '\n';
   }
+  return out.str();
 }
 
 [[nodiscard]] std::size_t attributeCount(ZolType const& type) {
@@ -99,47 +104,75 @@ void print(std::vector<Row> const& rows, std::ostream& out) {
   return result.empty() ? "-" : result;
 }
 
-[[nodiscard]] ZolType const* findType(std::string const& name) {
-  for (ZolType const* const type : modelTypes()) {
-    if (type->name().view() == name || type->fullName().view() == name) return type;
-  }
-  return ZolType::typeNode(name);
-}
-
 }  // namespace
 
-int listTypes(std::ostream& out) {
+std::string typesText() {
   std::vector<Row> rows{{"TYPE", "KIND", "BASE", "ATTRIBUTES"}};
   for (ZolType const* const type : modelTypes()) {
     rows.push_back({std::string(type->name().view()), kindOf(*type), shortName(type->baseType()),
                     std::to_string(attributeCount(*type))});
   }
-  print(rows, out);
-  return 0;
+  return tableText(rows);
 }
 
-int showType(std::string const& name, std::ostream& out, std::ostream& error) {
-  ZolType const* const type = findType(name);
-  if (!type) {
-    std::vector<std::string> names;
-    for (ZolType const* const known : modelTypes()) names.emplace_back(known->name().view());
-    error << "railseq: unknown type " << inQuotes(name) << ", expected " << suggestion(name, names)
-          << '\n';
-    return 1;
+Json typesJson() {
+  Json json = Json::array();
+  for (ZolType const* const type : modelTypes()) {
+    json.push_back({{"name", type->name().view()},
+                    {"kind", kindOf(*type)},
+                    {"base", nameJson(type->baseType())},
+                    {"attributes", attributeCount(*type)}});
   }
-  out << type->fullName() << ": " << kindOf(*type) << ", base " << shortName(type->baseType())
-      << ", " << type->size() << " bytes\n"
-      << "constructor parameters: " << constructorArguments(*type) << '\n';
+  return json;
+}
+
+std::string typeText(ZolType const& type) {
+  std::ostringstream out;
+  out << type.fullName() << ": " << kindOf(type) << ", base " << shortName(type.baseType()) << ", "
+      << type.size() << " bytes\n"
+      << "constructor parameters: " << constructorArguments(type) << '\n';
+  if (attributeCount(type) == 0) return out.str();
   std::vector<Row> rows{
       {"ID", "ATTRIBUTE", "KIND", "VALUE TYPE", "KEY TYPE", "LOW", "HIGH", "INTROSPECTION"}};
-  for (auto attr = type->attributeQIteratorConst(); attr; ++attr) {
+  for (auto attr = type.attributeQIteratorConst(); attr; ++attr) {
     AttrFlags const flags = attr->flags();
     rows.push_back({std::to_string(attr->attrId()), std::string(attr->name().view()), kindOf(*attr),
                     shortName(attr->type()), shortName(attr->keyType()), hexadecimal(flags.low),
                     hexadecimal(flags.high), hexadecimal(attr->introspectionFlags())});
   }
-  print(rows, out);
-  return 0;
+  return out.str() + tableText(rows);
+}
+
+Json typeJson(ZolType const& type) {
+  Json json = {{"name", type.fullName().view()},         {"kind", kindOf(type)},
+               {"base", nameJson(type.baseType())},      {"size", type.size()},
+               {"constructorParameters", Json::array()}, {"attributes", Json::array()}};
+  auto argType = type.constructorArgTypeQIteratorConst();
+  for (auto name = type.constructorArgNameQIteratorConst(); name; ++name, ++argType) {
+    json["constructorParameters"].push_back({{"name", name->view()}, {"type", argType->view()}});
+  }
+  for (auto attr = type.attributeQIteratorConst(); attr; ++attr) {
+    json["attributes"].push_back({{"id", attr->attrId()},
+                                  {"name", attr->name().view()},
+                                  {"kind", kindOf(*attr)},
+                                  {"type", nameJson(attr->type())},
+                                  {"keyType", nameJson(attr->keyType())},
+                                  {"low", attr->flags().low},
+                                  {"high", attr->flags().high},
+                                  {"introspection", attr->introspectionFlags()}});
+  }
+  return json;
+}
+
+ZolType const& findType(std::string const& name) {
+  std::vector<std::string> names;
+  for (ZolType const* const type : modelTypes()) {
+    if (type->name().view() == name || type->fullName().view() == name) return *type;
+    names.emplace_back(type->name().view());
+  }
+  if (ZolType const* const other = ZolType::typeNode(Zol::Name(name))) return *other;
+  Zol::throwRangeException("unknown type " + inQuotes(name) + ", expected " +
+                           suggestion(name, names));
 }
 
 }  // namespace RailSeq

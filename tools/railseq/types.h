@@ -1,15 +1,24 @@
 // Shows the schema as the type registry has it.
 #pragma once
 
-#include <iosfwd>
+#include "hwrailseq.h"
+
 #include <string>
+
+#include "railseq/tree_json.h"
 
 namespace RailSeq {
 
-// One line per registered type of the model. Gives the exit code.
-[[nodiscard]] int listTypes(std::ostream& out);
-// One line per attribute of the type, whose name may be bare or full. An unknown name is told on
-// `error`, with the nearest ones, and gives exit code 1.
-[[nodiscard]] int showType(std::string const& name, std::ostream& out, std::ostream& error);
+// The registered types of the model in the order of their registration: a table with a line for
+// each, or an array.
+[[nodiscard]] std::string typesText();
+[[nodiscard]] Json typesJson();
+
+// One type with all its attributes.
+[[nodiscard]] std::string typeText(Zol::ZolType const& type);
+[[nodiscard]] Json typeJson(Zol::ZolType const& type);
+
+// The type of a bare or full name. Throws `RangeException` with the nearest names.
+[[nodiscard]] Zol::ZolType const& findType(std::string const& name);
 
 }  // namespace RailSeq

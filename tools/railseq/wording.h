@@ -1,7 +1,8 @@
-// Pieces of messages: suggestions for mistyped names, lists, numbers of things.
+// Pieces of messages and lists: suggestions for mistyped names, numbers of things, their order.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "host/zol/suggestion.h"
 
@@ -15,5 +16,8 @@ using Zol::suggestion;
 [[nodiscard]] inline std::string counted(std::size_t count, std::string const& thing) {
   return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
+
+// Whether `a` comes before `b` in a list for people, where "2" comes before "10".
+[[nodiscard]] bool comesBefore(std::string_view a, std::string_view b);
 
 }  // namespace RailSeq

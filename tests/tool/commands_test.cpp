@@ -1,0 +1,185 @@
+// The commands on the trees of a board, in the program and by what they print.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <sstream>
+
+#include "railseq/commands.h"
+#include "railseq/lint.h"
+#include "railseq/tree_json.h"
+#include "tool/bad_board.h"
+#include "tool/run_tool.h"
+#include "tool/temp_file.h"
+
+namespace RailSeq {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+std::string const kBoard = RAILSEQ_BOARDS "/switch-2ucd.json";
+std::string const kMain = "switch/realUcd9012Controller[main]";
+
+// What the command prints of the example board for the words behind `kMain`.
+std::string output(int (*run)(CommandLine const&, std::ostream&), std::vector<std::string> words,
+                   bool json = false, bool tree = false) {
+  for (std::string& word : words) word.insert(0, kMain);
+  std::ostringstream out;
+  EXPECT_EQ(run({.board = kBoard, .words = words, .json = json, .tree = tree}, out), 0);
+  return out.str();
+}
+
+Outcome onBoard(std::string const& command, std::string const& words) {
+  return railseq(command + " --board '" + kBoard + "' " + words);
+}
+
+TEST(Get, PrintsEachValueOnALineOrAllInOneObject) {
+  std::vector<std::string> const paths{"/location", "/dexoDesc",
+                                       "/voltageRail[2]/overridePowerGoodOff",
+                                       "/voltageRail[1]/sensorMib", "/voltageRail[0]/sensorMib"};
+  EXPECT_EQ(output(&runGet, paths),
+            "switch card, left of the packet processor\nswitch/dexoDesc[main-bus]\n0.7\nNone\n"
+            "Entity('EntityMib::Sensor', 'VoltageSensor12V')\n");
+  Json const json = Json::parse(output(&runGet, paths, true));
+  EXPECT_EQ(json.size(), 5U);
+  EXPECT_EQ(json[kMain + "/dexoDesc"], "switch/dexoDesc[main-bus]");
+  EXPECT_EQ(json[kMain + "/voltageRail[2]/overridePowerGoodOff"], 0.7);
+  EXPECT_EQ(json[kMain + "/voltageRail[1]/sensorMib"], nullptr);
+  EXPECT_EQ(json[kMain + "/voltageRail[0]/sensorMib"]["name"], "VoltageSensor12V");
+}
+
+TEST(Set, AppliesInOrderAndTellsWhatChanged) {
+  std::vector<std::string> const words{"/ready=true", "/ready=true", "/description=a=b",
+                                       "/psocReloadCause[7]=Value('Hardware::Ucd9012::PsocCause', "
+                                       "** {'bitNum': 3})"};
+  EXPECT_EQ(output(&runSet, words),
+            kMain + "/ready: false -> true\n" + kMain + "/ready: true (unchanged)\n" + kMain +
+                "/description: \"sequences the packet processor and its SerDes rails\" -> "
+                "\"a=b\"\n" +
+                kMain +
+                "/psocReloadCause[7]: nothing -> "
+                "Value('Hardware::Ucd9012::PsocCause', ** {'reloadCauseKey': 'rc_unknown', "
+                "'bitNum': 3, 'origin': False})\n");
+  Json const json = Json::parse(output(&runSet, words, true, true));
+  EXPECT_EQ(json["changes"][0]["after"], true);
+  EXPECT_EQ(json["changes"][1]["changed"], false);
+  EXPECT_EQ(json["changes"][3]["before"], nullptr);
+  Json const& main = json["tree"]["config"]["realUcd9012Controller"]["main"];
+  EXPECT_EQ(main["psocReloadCause"]["7"]["bitNum"], 3);
+}
+
+TEST(Count, IsOfTheMembersOfAnAttribute) {
+  EXPECT_EQ(output(&runCount, {"/voltageRail", "/reloadCause"}), "3\n2\n");
+  EXPECT_EQ(Json::parse(output(&runCount, {"/voltageRail"}, true))[kMain + "/voltageRail"], 3);
+}
+
+TEST(Tree, ShowsEntitiesAndValuesEachLevelFurtherIn) {
+  EXPECT_EQ(output(&runTree, {"/diagCommandConfig"}),
+            kMain +
+                "/diagCommandConfig \"diag\"\n  command = commandReadVoltage\n"
+                "  parameter[0] = \"2\"\n  epoch = 1\n");
+  std::string const all = onBoard("tree", "").output;
+  EXPECT_THAT(all, StartsWith("switch\n  dexoDesc[main-bus]\n    device = "));
+  EXPECT_THAT(all, HasSubstr("\nswitch-status\n  realUcd9012Controller[main]\n"));
+  EXPECT_EQ(Json::parse(output(&runTree, {"/voltageRail"}, true))[kMain + "/voltageRail"].size(),
+            3U);
+}
+
+TEST(Tree, AsJsonIsABoardWithTheSameTree) {
+  for (char const* const board : {"/switch-2ucd.json", "/server-ucd90320.json"}) {
+    std::string const file = RAILSEQ_BOARDS + std::string(board);
+    std::string const json = jsonText(boardJson(readBoard(file)));
+    EXPECT_EQ(jsonText(boardJson(parseBoard("b.json", json))), json);
+  }
+}
+
+TEST(Tree, MembersStandInTheOrderOfTheirKeys) {
+  TempFile const board(R"({"config": {"realPsocController": {"p10": {}, "p9": {}, "p09": {},
+    "a": {"externalVoltageRail": {"10": {}, "9": {}, "100": {}}}}}})");
+  std::string const lines =
+      railseq("tree --board '" + board.path() + "' | grep '\\[' | tr -d ' \\n'").output;
+  std::string const value =
+      "=Value('Hardware::Ucd9012::ExternalVoltageRail',**{'railNum':0,'faultType':0})";
+  EXPECT_EQ(lines, "realPsocController[a]externalVoltageRail[9]" + value +
+                       "externalVoltageRail[10]" + value + "externalVoltageRail[100]" + value +
+                       "realPsocController[p09]realPsocController[p9]realPsocController[p10]");
+}
+
+TEST(Refusals, OfPathsAndValuesEndWithExitCodeOneAndNothingElse) {
+  std::pair<char const*, char const*> const uses[] = {
+      {"get", "/locatio'"}, {"get", "/voltageRail'"},          {"count", "'"},
+      {"tree", "/x'"},      {"set", "/pollingEnabled=maybe'"}, {"set", "/customerName=x'"}};
+  for (auto const& [command, word] : uses) {
+    Outcome const run = onBoard(command, "'" + kMain + word);
+    EXPECT_EQ(run.exitCode, 1) << command << word;
+    EXPECT_THAT(run.output, StartsWith("railseq: " + kMain));
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1);
+  }
+}
+
+TEST(Lint, WarnsOfWhatIsHardlyMeant) {
+  Board const board = parseBoard("b.json", R"({"config": {
+    "dexoDesc": {"a": {"busId": 200, "deviceId": 1}, "b": {"busId": 200, "deviceId": 1}},
+    "realPsocController": {"p": {"voltageRail": {
+      "2": {"overrideVoutUvLimit": 2, "overrideVoutOvLimit": 1,
+            "voltageRailEnvConfig": {"name": "5V"}},
+      "10": {"voltageRailEnvConfig": {"name": "5V"}}, "11": {}}}}},
+    "status": {"realPsocController": {"q": {}}}})");
+  std::string const rail = "config/realPsocController[p]/voltageRail";
+  EXPECT_THAT(
+      lintBoard(board),
+      ElementsAre("config/dexoDesc[a]: busId 200 does not go over a log, which takes 0 to 127",
+                  "config/dexoDesc[b]: busId 200 does not go over a log, which takes 0 to 127",
+                  "config/dexoDesc[b]: device 1 on bus 200 of accelerator 0 is also that of "
+                  "config/dexoDesc[a]",
+                  rail + "[2]: overrideVoutUvLimit 2 is not below overrideVoutOvLimit 1",
+                  rail + "[10]: \"5V\" is also the rail of " + rail + "[2]",
+                  rail + "[11]: the rail has no voltageRailEnvConfig, which names it",
+                  "status/realPsocController[q]: there is no config/realPsocController[q]"));
+}
+
+TEST(Lint, ItsExitCodeTellsTheOutcome) {
+  TempFile const doubtful(R"({"config": {}, "status": {"realPsocController": {"q": {}}}})");
+  TempFile const bad("{");
+  EXPECT_EQ(railseq("lint '" + kBoard + "'").output, kBoard + ": good\n");
+  EXPECT_EQ(railseq("lint '" + doubtful.path() + "'").exitCode, 1);
+  EXPECT_EQ(railseq("lint '" + bad.path() + "'").exitCode, 2);
+}
+
+TEST(Types, AreListedInTheOrderOfRegistration) {
+  Outcome const run = railseq("types");
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_THAT(run.output, StartsWith("TYPE "));
+  EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 25) << "24 types and a heading";
+  EXPECT_LT(run.output.find("\nOperationalMode "), run.output.find("\nCauseType "));
+  EXPECT_LT(run.output.find("\nConfig "), run.output.find("\nStatus "));
+}
+
+TEST(Types, ShowTheirAttributesUnderEitherName) {
+  Outcome const run = railseq("types ControllerConfig");
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_THAT(run.output,
+              testing::ContainsRegex("\n390 +voltageRail +children +VoltageRailConfig"));
+  EXPECT_THAT(run.output, testing::ContainsRegex("\n402 +pollingEnabled +scalar .*0x222143"));
+  EXPECT_EQ(railseq("types Hardware::Ucd9012::ControllerConfig").output, run.output);
+}
+
+TEST(Types, OfWhatStandsAtAPathAreThoseOfTheBoard) {
+  EXPECT_THAT(onBoard("types", "'" + kMain + "' switch/dexoDesc[main-bus]/busId").output,
+              AllOf(StartsWith("Hardware::Ucd9012::Ucd9012ControllerConfig: entity"),
+                    HasSubstr("\n\nHardware::SmbusId: value")));
+  Json const json = Json::parse(railseq("types --json UcdCause").output);
+  EXPECT_EQ(json["UcdCause"]["attributes"][2]["type"], "U32");
+  EXPECT_EQ(Json::parse(railseq("types --json").output).size(), 24U);
+}
+
+TEST(Types, AnUnknownOneGetsTheNearestNames) {
+  Outcome const run = railseq("types ControlerConfig");
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_THAT(run.output, HasSubstr("unknown type \"ControlerConfig\", expected ControllerConfig"));
+}
+
+}  // namespace
+}  // namespace RailSeq

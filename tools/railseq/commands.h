@@ -1,0 +1,38 @@
+// The commands that work in this process alone, most of them on the trees of one board.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace RailSeq {
+
+struct CommandLine {
+  // The board file; empty when none was given.
+  std::string board;
+  // Paths, assignments or names of types.
+  std::vector<std::string> words;
+  bool json = false;
+  // After `set`: show the trees.
+  bool tree = false;
+};
+
+// Each gives the exit code. They throw `InputError` for the board, and what `Zol::ByName` throws
+// for a path or a value, with nothing printed.
+
+// The values at the paths, one a line.
+[[nodiscard]] int runGet(CommandLine const& line, std::ostream& out);
+// Applies each PATH=VALUE in order and tells what it has changed. The file stays as it is.
+[[nodiscard]] int runSet(CommandLine const& line, std::ostream& out);
+// The numbers of members of the attributes at the paths, one a line.
+[[nodiscard]] int runCount(CommandLine const& line, std::ostream& out);
+// What stands at the paths and below; without a path, all.
+[[nodiscard]] int runTree(CommandLine const& line, std::ostream& out);
+// The registered types; those of the names, or with a board those of what stands at the paths.
+[[nodiscard]] int runTypes(CommandLine const& line, std::ostream& out);
+// The completions of the path, one a line.
+[[nodiscard]] int runComplete(CommandLine const& line, std::ostream& out);
+// 1 when there is something to warn of.
+[[nodiscard]] int runLint(CommandLine const& line, std::ostream& out);
+
+}  // namespace RailSeq
