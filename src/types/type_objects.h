@@ -19,6 +19,7 @@ void addFunctions(Zol::ZolType& type) {
   type.digestFnIs(kDigestFn<X>);
   type.childFnIs(kChildFn<X>);
   type.keyTextFnIs(kKeyTextFn<X>);
+  type.sameFnIs(&Zol::NboAttrLog::Parameters<X>::same);
 }
 
 #include "schema/types.def"

@@ -10,7 +10,7 @@ namespace Hardware {
 template <class X>
 Zol::ModelType streamType(char const* fullName, Zol::ZolType* base) {
   using Type = Zol::NboAttrLog::StreamType<X>;
-  auto* const made = new Type(Zol::ModelType::bareName(fullName), nullptr, base, {});
+  auto* const made = new Type(Zol::ModelType::bareName(fullName), base);
   return Zol::ModelType::entity(fullName, sizeof(X), base, made);
 }
 
