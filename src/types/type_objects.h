@@ -25,6 +25,7 @@ template <class X>
 void addFunctions(Zol::ZolType& type) {
   type.digestFnIs(kDigestFn<X>);
   type.keyTextFnIs(kKeyTextFn<X>);
+  type.sameFnIs(&Zol::NboAttrLog::Parameters<X>::same);
 }
 
 #include "schema/types.def"

@@ -87,14 +87,14 @@ class Session {
 };
 
 TEST(Convergence, ofAReadOnlyReplicaHoweverTheBytesTravel) {
-  for (unsigned int seed = 0; seed < 30; ++seed) {
+  for (unsigned int seed = 0; seed < 20; ++seed) {
     SCOPED_TRACE(seed);
     ASSERT_NO_FATAL_FAILURE(Session(seed, false).run());
   }
 }
 
 TEST(Convergence, ofAWritableReplicaHoweverTheBytesTravel) {
-  for (unsigned int seed = 0; seed < 30; ++seed) {
+  for (unsigned int seed = 0; seed < 20; ++seed) {
     SCOPED_TRACE(seed);
     ASSERT_NO_FATAL_FAILURE(Session(seed, true).run());
   }

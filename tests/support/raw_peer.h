@@ -75,6 +75,12 @@ class RawPeer {
         connection(
             Zol::NboAttrLog::Connection::over(std::make_unique<Ends>(wire_), std::move(options))) {}
 
+  // No test finds what another one has received.
+  ~RawPeer() {
+    connection->close();
+    Zol::NboAttrLog::forgetPeer("raw");
+  }
+
   // Hands bytes to the connection and lets it take them in.
   void send(Bytes const& bytes) {
     wire_->toConnection.insert(wire_->toConnection.end(), bytes.begin(), bytes.end());

@@ -23,6 +23,14 @@ struct ReplicaPair {
         Zol::NboAttrLog::connectionPair(std::move(sourceOptions), std::move(replicaOptions));
   }
 
+  // No test finds what another one has received.
+  ~ReplicaPair() {
+    if (source) source->close();
+    if (replica) replica->close();
+    Zol::NboAttrLog::forgetPeer("source");
+    Zol::NboAttrLog::forgetPeer("replica");
+  }
+
   // Pumps both ends until neither has anything left to do.
   void flow() {
     for (int turns = 0; turns < 100000; ++turns) {

@@ -39,4 +39,8 @@ struct ParametersOf<SmbusDexo::DexoDesc> {
                                                &X::smbusAgentId};
 };
 
+// All but the name and the device can be set anew.
+template <>
+inline constexpr std::size_t kFixedParameters<SmbusDexo::DexoDesc> = 2;
+
 }  // namespace Zol::NboAttrLog

@@ -9,7 +9,7 @@ namespace Hardware {
 // The type of the class `X`, made on the first call; `Type` is the class of its type object.
 template <class X, class Type = Zol::NboAttrLog::StreamType<X>>
 Zol::ModelType streamType(char const* fullName, Zol::ZolType* base) {
-  auto* const made = new Type(Zol::ModelType::bareName(fullName), nullptr, base, {});
+  auto* const made = new Type(Zol::ModelType::bareName(fullName), base);
   return Zol::ModelType::entity(fullName, sizeof(X), base, made);
 }
 

@@ -44,7 +44,8 @@ Connection::Connection(std::unique_ptr<Transport> transport, ConnectionOptions o
       out_(new Out(options_.outCapacity, options_.maxUnchunkedText)),
       in_(new In(options_.inCapacity)),
       demuxer_(new Demuxer(out_, in_, options_.maxEntities, options_.maxPartialTexts,
-                           options_.flowOutBudget)) {
+                           options_.flowOutBudget)),
+      peerNamed_(!options_.peerName.empty()) {
   in_->textLimitsAre(options_.maxUnchunkedText, options_.maxText);
   demuxer_->maxMembersIs(options_.maxMembers);
   out_->peerNameIs(options_.peerName);
@@ -255,8 +256,11 @@ void Connection::tearDown() {
   if (state_ == State::closed) return;
   state_ = State::closed;
   demuxer_->shutDown();
+  if (store_) store_->released(this);
   transport_->close();
 }
+
+void forgetPeer(Name const& name) { PeerStore::forget(name); }
 
 ConnectionCounters Connection::counters() const {
   ConnectionCounters all = counters_;

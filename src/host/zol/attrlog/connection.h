@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/zol/attrlog/demuxer.h"
+#include "host/zol/attrlog/peer_store.h"
 #include "host/zol/attrlog/transport.h"
 #include "host/zol/entity.h"
 
@@ -19,7 +20,9 @@ namespace Zol::NboAttrLog {
 struct ConnectionOptions {
   // The name that this end gives of itself in its hello, at most `maxNameLength` bytes.
   Name ownName;
-  // What this end calls the other; empty: the name that the peer gives of itself.
+  // What this end calls the other, over all its connections; empty: the name that the peer gives of
+  // itself. What has been received from a peer is kept under its name (`forgetPeer`). A peer named
+  // here that comes back before its old connection was found broken ends that one.
   Name peerName;
   // Soft limit of what waits to be sent; raised to at least 64 KiB.
   std::size_t outCapacity = std::size_t{256} << 10;
@@ -219,8 +222,18 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   std::vector<OwnMount> ownMounts_;
   std::vector<PeerMount> peerMounts_;
   std::map<std::uint64_t, Ptr<Entity>> orphans_;
+  // What is kept of the peer; null until its hello.
+  Ptr<PeerStore> store_;
+  // The owner of this end has named the peer, so that a second connection under the name is the
+  // same peer come back.
+  bool const peerNamed_;
   ConnectionCounters counters_;
 };
+
+// Lets go of the roots and other entities received from the peer with this name, as far as no open
+// connection uses them. Until then they are kept for when the peer comes back: mounting again, it
+// finds the same objects, and listeners hear only what has changed meanwhile.
+ZOL_EXPORT void forgetPeer(Name const& name);
 
 // Two connected ends inside this process, for tests and benchmarks.
 [[nodiscard]] ZOL_EXPORT std::pair<Ptr<Connection>, Ptr<Connection>> connectionPair(

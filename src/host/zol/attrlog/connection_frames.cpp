@@ -1,4 +1,5 @@
 // What a connection does with the frames of its peer.
+#include <algorithm>
 #include <cstdlib>
 
 #include "host/zol/attrlog/connection.h"
@@ -83,6 +84,7 @@ void Connection::helloArrived() {
   out_->maxFrameIs(maxFrame);
   if (options_.peerName.empty()) options_.peerName = name;
   out_->peerNameIs(options_.peerName);
+  store_ = PeerStore::of(options_.peerName);
   state_ = State::live;
   for (OwnMount& mount : ownMounts_) announce(mount);
 }
@@ -236,6 +238,7 @@ void Connection::orphanArrived() {
       ++counters_.refused;
     } else if (!mount && !known->zolParent()) {
       orphans_[id.value] = known;  // taken out of its holder, and kept until the peer forgets it
+      store_->keptIs(known, this);
     }
     return;
   }
@@ -256,6 +259,11 @@ void Connection::orphanArrived() {
   }
   if (mount && entity->name() != mount->name)
     in_->malformed("root under another name than mounted");
+  if (mount && peerNamed_) {
+    Ptr<Connection> const older(store_->userOf(type, mount->name));
+    if (older && older != this) older->fail("the peer has come back over another connection");
+  }
+  entity = store_->taken(entity, this);
   Ptr<MountContext> const context = mount ? mount->context : Ptr(new MountContext(false, false));
   unsigned int const access = context->writable() ? 0U : unsigned{flagOutReadOnly};
   Ptr<Entity::ZolNboAttrLogSa> const adapter =
@@ -302,6 +310,8 @@ void Connection::syncedArrived() {
   requireFrameEnd("synced frame");
   if (PeerMount const* const mount = peerMount(id)) {
     mount->context->syncedIs(true);
+    auto const isSynced = [](PeerMount const& each) { return each.context->synced(); };
+    if (std::ranges::all_of(peerMounts_, isSynced)) store_->settled();
   } else {
     ++counters_.unknown;
   }
@@ -316,7 +326,9 @@ void Connection::forgetArrived() {
     return;
   }
   demuxer_->reactorDel(id);
+  Ptr<Entity> const hold = orphan->second;
   orphans_.erase(orphan);
+  store_->gone(*hold);
 }
 
 void Connection::byeArrived() {

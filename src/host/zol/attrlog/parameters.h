@@ -15,6 +15,11 @@ struct ParametersOf {
   static constexpr auto accessors = std::tuple{&Entity::name};
 };
 
+// How many of them, from the first on, can never change.
+template <class X>
+inline constexpr std::size_t kFixedParameters =
+    std::tuple_size_v<std::remove_const_t<decltype(ParametersOf<X>::accessors)>>;
+
 template <class X>
 class Parameters {
   static constexpr auto kAccessors = ParametersOf<X>::accessors;
@@ -35,6 +40,12 @@ class Parameters {
         kAccessors);
   }
 
+  // Whether two entities have the same of those that cannot change.
+  static bool same(Entity const& a, Entity const& b) {
+    return same(static_cast<X const&>(a), static_cast<X const&>(b),
+                std::make_index_sequence<kFixedParameters<X>>());
+  }
+
   // A tuple of them; `referred()` is called behind each reference. Throws
   // `AttrLogEntityException` for a reference to an unknown entity or to one of another class, and
   // what the forms of the fields throw.
@@ -44,6 +55,10 @@ class Parameters {
   }
 
  private:
+  template <std::size_t... i>
+  static bool same(X const& a, X const& b, std::index_sequence<i...>) {
+    return (((a.*std::get<i>(kAccessors))() == (b.*std::get<i>(kAccessors))()) && ...);
+  }
   template <class Referred, std::size_t... i>
   static auto read(In& in, Referred& referred, std::index_sequence<i...>) {
     return std::tuple<At<i>...>{field<At<i>>(in, referred)...};
@@ -68,8 +83,10 @@ Ptr<X> entityFromStream(In& in) {
 template <class X>
 class StreamType : public ZolType {
  public:
+  StreamType(Name name, ZolType* base) : ZolType(std::move(name), nullptr, base, {}) {
+    sameFnIs(&Parameters<X>::same);
+  }
   using ZolType::newEntity;
-  using ZolType::ZolType;
   [[nodiscard]] Ptr<Entity> newEntity(Ptr<In> const& in, Zol_BitSet, unsigned int,
                                       PtrInterface*) const override {
     return entityFromStream<X>(*in);

@@ -30,6 +30,7 @@ class ZOL_EXPORT ZolType : public Entity {
   using DigestFn = void (*)(Entity const&, Digest&);
   // See `keyTextFnIs`.
   using KeyTextFn = String8 (*)(Entity const&);
+  using SameFn = bool (*)(Entity const&, Entity const&);
 
   // Traits of a type besides its kind.
   struct ZolTypeFlags {
@@ -159,6 +160,11 @@ class ZOL_EXPORT ZolType : public Entity {
   // See `keyTextFnIs`.
   [[nodiscard]] KeyTextFn keyTextFn() const noexcept { return keyTextFn_; }
 
+  // What tells whether two entities of this type and of one name were made alike, apart from what
+  // can change later; null when the name is all that they are made from.
+  void sameFnIs(SameFn fn) noexcept { sameFn_ = fn; }
+  [[nodiscard]] SameFn sameFn() const noexcept { return sameFn_; }
+
   // Enters the type under its full name, by which it can be found from now on.
   static void typeNodeIs(ZolType* type, String8 const& fullName);
   // The type with this full name, or null.
@@ -180,6 +186,7 @@ class ZOL_EXPORT ZolType : public Entity {
   bool hasGenericIfSupport_ = false;
   DigestFn digestFn_ = nullptr;
   KeyTextFn keyTextFn_ = nullptr;
+  SameFn sameFn_ = nullptr;
   Ptr<ZolAttr> valAttr_;
   std::unique_ptr<Content> content_;
 };
