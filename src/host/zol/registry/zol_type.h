@@ -30,6 +30,7 @@ class ZOL_EXPORT ZolType : public Entity {
   using DigestFn = void (*)(Entity const&, Digest&);
   // See `keyTextFnIs`.
   using KeyTextFn = String8 (*)(Entity const&);
+  // See `sameFnIs`.
   using SameFn = bool (*)(Entity const&, Entity const&);
 
   // Traits of a type besides its kind.
@@ -163,6 +164,7 @@ class ZOL_EXPORT ZolType : public Entity {
   // What tells whether two entities of this type and of one name were made alike, apart from what
   // can change later; null when the name is all that they are made from.
   void sameFnIs(SameFn fn) noexcept { sameFn_ = fn; }
+  // See `sameFnIs`.
   [[nodiscard]] SameFn sameFn() const noexcept { return sameFn_; }
 
   // Enters the type under its full name, by which it can be found from now on.
