@@ -164,6 +164,10 @@ void Source::add(std::string const& controller) {
 
 void Source::remove(std::string const& controller) {
   if (hasFailed()) return;
+  // What refers to a controller would keep it, though it stands nowhere any more.
+  std::string const name(entityIn(tree_.at(controller))->name().view());
+  std::string const entry = memberPath(attributePath(root_, "controller"), name);
+  if (tree_.contains(entry)) tree_.erase(entry);
   tree_.erase(controller);
   did(memberChange(tree_, controller));
 }
