@@ -3,6 +3,7 @@
 
 #include <set>
 
+#include "support/raw_peer.h"
 #include "support/replica_pair.h"
 #include "support/tree.h"
 
@@ -257,6 +258,27 @@ TEST_F(Reconnect, aPeerCanBeForgotten) {
   flow();
   expectEqual();
   EXPECT_NE(mirror(), root);
+}
+
+TEST(APeerThatNeverSyncs, isNotKeptWithoutEnd) {
+  ConnectionOptions options;
+  options.maxOrphans = 4;
+  options.maxMounts = 1;
+  Zol::Ptr<Zol::Entity> first;
+  for (std::uint64_t round = 0; round < 10; ++round) {
+    RawPeer peer(options);
+    peer.send(Frame::hello());
+    for (std::uint64_t i = 0; i < 4; ++i) {
+      auto const name = numbered("s", static_cast<unsigned int>(10 * round + i));
+      peer.send(Frame::orphan(0x20 + 2 * i, "EntityMib::Sensor", name.view()));
+    }
+    if (round == 0)
+      first = peer.connection->demuxer()->entity(Zol::EntityId(0x20).seenFromOtherEnd());
+    peer.keeps = true;
+  }
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->references(), 1U);
+  Zol::NboAttrLog::forgetPeer("raw");
 }
 
 TEST(APeerWithoutAName, isAnotherOneEachTime) {
