@@ -10,27 +10,27 @@ namespace {
 
 using namespace test;
 
+enum class Mount { readOnly, writable, breaking };
+
 class Session {
  public:
-  Session(unsigned int seed, bool writable) : hand_(seed), writable_(writable) {
-    auto const there = std::make_shared<std::deque<std::uint8_t>>();
-    auto const back = std::make_shared<std::deque<std::uint8_t>>();
-    ConnectionOptions options;
-    if (seed % 4 < 2) options.outCapacity = 1;
-    options.maxFrame = 1;  // the smallest rings, which wrap around often
-    options.inCapacity = 1;
-    source_ = Connection::over(std::make_unique<Trickle>(back, there, random()), options);
-    replica_ = Connection::over(std::make_unique<Trickle>(there, back, random()), options);
+  Session(unsigned int seed, Mount mount)
+      : hand_(seed),
+        seed_(seed),
+        writable_(mount == Mount::writable),
+        breaks_(mount == Mount::breaking) {
     roots_ = {Hardware::Ucd9012::configFactory("config"),
               Hardware::Ucd9012::statusFactory("status")};
+    connect();
+  }
+  ~Session() {
+    cut();
+    Zol::NboAttrLog::forgetPeer("agent");
   }
 
   void run() {
     for (int i = 0; i < 30; ++i) change(*roots_[0]);
-    for (auto const& root : roots_) {
-      source_->mountIs(root,
-                       {writable_ ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
-    }
+    mount();
     for (int phase = 0; phase < 4; ++phase) {
       // Only one end writes at a time; the other hears all of it before it writes itself.
       bool const there = writable_ && phase % 2 != 0;
@@ -40,6 +40,11 @@ class Session {
         if (random()() % 4 == 0) source_->pump();
         if (random()() % 4 == 0) replica_->pump();
         if (random()() % 16 == 0) listen();
+        if (breaks_ && random()() % 24 == 0) {
+          cut();
+          connect();
+          mount();
+        }
       }
       // A trickle that moves nothing once is not at its end yet.
       for (int idle = 0; idle < 30; ++idle) {
@@ -50,6 +55,28 @@ class Session {
   }
 
  private:
+  void connect() {
+    auto const there = std::make_shared<std::deque<std::uint8_t>>();
+    auto const back = std::make_shared<std::deque<std::uint8_t>>();
+    ConnectionOptions options;
+    if (seed_ % 4 < 2) options.outCapacity = 1;
+    options.maxFrame = 1;  // the smallest rings, which wrap around often
+    options.inCapacity = 1;
+    source_ = Connection::over(std::make_unique<Trickle>(back, there, random()), options);
+    options.peerName = "agent";
+    replica_ = Connection::over(std::make_unique<Trickle>(there, back, random()), options);
+  }
+  void mount() {
+    for (auto const& root : roots_) {
+      source_->mountIs(root,
+                       {writable_ ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
+    }
+  }
+  // What is on its way is lost.
+  void cut() {
+    source_->close();
+    replica_->close();
+  }
   [[nodiscard]] std::mt19937& random() { return hand_.random(); }
   [[nodiscard]] Zol::Ptr<Zol::Entity> mirror(Zol::Entity& root) const {
     return replica_->mounted(root.name());
@@ -79,25 +106,26 @@ class Session {
   }
 
   Hand hand_;
+  unsigned int const seed_;
   bool const writable_;
+  bool const breaks_;
   std::vector<Zol::Ptr<Zol::Entity>> roots_;
   Zol::Ptr<Connection> source_;
   Zol::Ptr<Connection> replica_;
   std::vector<std::unique_ptr<Ears>> ears_;
 };
 
-TEST(Convergence, ofAReadOnlyReplicaHoweverTheBytesTravel) {
+void runAll(Mount mount) {
   for (unsigned int seed = 0; seed < 20; ++seed) {
     SCOPED_TRACE(seed);
-    ASSERT_NO_FATAL_FAILURE(Session(seed, false).run());
+    ASSERT_NO_FATAL_FAILURE(Session(seed, mount).run());
   }
 }
 
-TEST(Convergence, ofAWritableReplicaHoweverTheBytesTravel) {
-  for (unsigned int seed = 0; seed < 20; ++seed) {
-    SCOPED_TRACE(seed);
-    ASSERT_NO_FATAL_FAILURE(Session(seed, true).run());
-  }
-}
+TEST(Convergence, ofAReadOnlyReplicaHoweverTheBytesTravel) { runAll(Mount::readOnly); }
+
+TEST(Convergence, ofAWritableReplicaHoweverTheBytesTravel) { runAll(Mount::writable); }
+
+TEST(Convergence, overConnectionsThatBreakAnywhere) { runAll(Mount::breaking); }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <set>
 
+#include "support/raw_peer.h"
 #include "support/replica_pair.h"
 #include "support/tree.h"
 
@@ -123,6 +124,56 @@ TEST_F(Reconnect, thePeerFindsTheSameObjectsAndHearsOnlyWhatHasChanged) {
   EXPECT_EQ(ears.outdated(), "");
 }
 
+// Notes what it hears of the parameters of a command.
+class ParameterEar : public Hardware::Ucd9012::Ucd9012DiagConfig::Notifiee {
+ public:
+  using Diag = Hardware::Ucd9012::Ucd9012DiagConfig;
+  explicit ParameterEar(Zol::Ptr<Diag> const& diag) {
+    isRegisteredNotifieeIs(true);
+    notifierIs(diag);
+  }
+  using Diag::Notifiee::onParameter;
+  void onParameter(std::uint32_t key) override {
+    heard.push_back(numbered("", static_cast<unsigned int>(notifier()->parameter(key).size())));
+  }
+  std::vector<Zol::Name> heard;
+};
+
+TEST_F(Reconnect, aLongTextIsNotTakenOutWhileItIsOnItsWayAgain) {
+  auto const controller = config->realUcd9012ControllerIs("only", "c", nullptr, nullptr, nullptr);
+  auto const diag = controller->diagCommandConfigIs("command");
+  diag->parameterIs(1, std::string(400000, 'a'));
+  flow();
+  Zol::Ptr<ParameterEar> const ear(
+      new ParameterEar(mirror()->realUcd9012Controller("only")->diagCommandConfig()));
+  cut();
+  connect();
+  flow();
+  EXPECT_TRUE(ear->heard.empty());
+  cut();
+  diag->parameterIs(1, std::string(300000, 'b'));
+  connect();
+  flow();
+  EXPECT_EQ(ear->heard, std::vector<Zol::Name>{"300000"});
+  expectEqual();
+}
+
+TEST_F(Reconnect, aMemberMadeAnewMeanwhileTakesThePlaceOfItsNamesake) {
+  config->realUcd9012ControllerIs("only", "one", nullptr, nullptr, nullptr)->locationIs("left");
+  flow();
+  auto const old = mirror()->realUcd9012Controller("only");
+  cut();
+  config->realUcd9012ControllerDel("only");
+  config->realUcd9012ControllerIs("only", "other", nullptr, nullptr, nullptr)->modelNameIs("B");
+  connect();
+  flow();
+  auto const made = mirror()->realUcd9012Controller("only");
+  EXPECT_NE(made, old);
+  EXPECT_EQ(made->customerName(), "other");
+  EXPECT_EQ(made->location(), "");
+  expectEqual();
+}
+
 TEST_F(Reconnect, aHundredTimesLeavesNothingBehind) {
   flow();
   auto const root = mirror();
@@ -207,6 +258,27 @@ TEST_F(Reconnect, aPeerCanBeForgotten) {
   flow();
   expectEqual();
   EXPECT_NE(mirror(), root);
+}
+
+TEST(APeerThatNeverSyncs, isNotKeptWithoutEnd) {
+  ConnectionOptions options;
+  options.maxOrphans = 4;
+  options.maxMounts = 1;
+  Zol::Ptr<Zol::Entity> first;
+  for (std::uint64_t round = 0; round < 10; ++round) {
+    RawPeer peer(options);
+    peer.send(Frame::hello());
+    for (std::uint64_t i = 0; i < 4; ++i) {
+      auto const name = numbered("s", static_cast<unsigned int>(10 * round + i));
+      peer.send(Frame::orphan(0x20 + 2 * i, "EntityMib::Sensor", name.view()));
+    }
+    if (round == 0)
+      first = peer.connection->demuxer()->entity(Zol::EntityId(0x20).seenFromOtherEnd());
+    peer.keeps = true;
+  }
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->references(), 1U);
+  Zol::NboAttrLog::forgetPeer("raw");
 }
 
 TEST(APeerWithoutAName, isAnotherOneEachTime) {

@@ -78,7 +78,7 @@ class RawPeer {
   // No test finds what another one has received.
   ~RawPeer() {
     connection->close();
-    Zol::NboAttrLog::forgetPeer("raw");
+    if (!keeps) Zol::NboAttrLog::forgetPeer("raw");
   }
 
   // Hands bytes to the connection and lets it take them in.
@@ -131,6 +131,8 @@ class RawPeer {
 
  public:
   Zol::Ptr<Zol::NboAttrLog::Connection> connection;
+  // What has been received from this peer stays for the next one.
+  bool keeps = false;
 };
 
 }  // namespace test

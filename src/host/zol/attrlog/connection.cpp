@@ -256,7 +256,10 @@ void Connection::tearDown() {
   if (state_ == State::closed) return;
   state_ = State::closed;
   demuxer_->shutDown();
-  if (store_) store_->released(this);
+  if (store_) {
+    store_->released(this);
+    PeerStore::emptyDel(options_.peerName);
+  }
   transport_->close();
 }
 

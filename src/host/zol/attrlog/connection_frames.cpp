@@ -263,6 +263,8 @@ void Connection::orphanArrived() {
     Ptr<Connection> const older(store_->userOf(type, mount->name));
     if (older && older != this) older->fail("the peer has come back over another connection");
   }
+  // A peer that comes back with other entities each time is not kept without end.
+  if (store_->count() >= options_.maxOrphans + options_.maxMounts) store_->settled();
   entity = store_->taken(entity, this);
   Ptr<MountContext> const context = mount ? mount->context : Ptr(new MountContext(false, false));
   unsigned int const access = context->writable() ? 0U : unsigned{flagOutReadOnly};

@@ -77,6 +77,13 @@ void PeerStore::gone(Entity const& entity) {
   }
 }
 
+void PeerStore::emptyDel(Name const& peer) {
+  constexpr std::uint32_t kTableAndCaller = 2;
+  auto const found = stores().find(peer);
+  if (found == stores().end() || found->second->count() != 0) return;
+  if (found->second->references() <= kTableAndCaller) stores().erase(found);
+}
+
 // An entity may tell listeners at its end, so nothing ends while the map is walked.
 void PeerStore::settled() {
   std::vector<Ptr<Entity>> ending;

@@ -28,6 +28,9 @@ class ZOL_EXPORT PeerStore final : public PtrInterface {
   [[nodiscard]] Connection* userOf(ZolType const* type, Name const& name) const;
   // The connection has ended; all that it used stays.
   void released(Connection const* user);
+  // Drops the store of this name when nothing is kept in it and nobody but the caller holds it.
+  static void emptyDel(Name const& peer);
+  [[nodiscard]] std::size_t count() const noexcept { return kept_.size(); }
   // The peer says that the entity has gone.
   void gone(Entity const& entity);
   // The peer has announced all that it has: lets go of what no connection uses.
