@@ -1,6 +1,7 @@
 // What can be done by name with the attributes of a class: one row of functions for each.
 #pragma once
 
+#include <algorithm>
 #include <span>
 #include <string_view>
 
@@ -43,8 +44,9 @@ struct ZOL_EXPORT AccessCall {
 struct AccessRow {
   AttributeId id;
   std::string_view name;
-  // What a missing key is called; empty for an attribute without keys.
+  // What a missing key is called, and the type of keys; empty and null for an attribute without.
   std::string_view keyName;
+  ZolType* (*keyType)();
   Ptr<GenericIf> (*op)(AccessCall const& call);
   // Tells of what has changed, as one change of a member or as a whole; null for an attribute that
   // does not change.
@@ -59,6 +61,10 @@ struct AccessLevel {
   std::span<AccessRow const> rows;
   AccessLevel const* base = nullptr;
 
+  [[nodiscard]] AccessRow const* find(std::string_view name) const noexcept {
+    auto const row = std::ranges::find(rows, name, &AccessRow::name);
+    return row != rows.end() ? &*row : base ? base->find(name) : nullptr;
+  }
   [[nodiscard]] AccessRow const* find(AttributeId id) const noexcept {
     AttributeId const offset = rows.empty() ? -1 : id - rows.front().id;
     if (offset >= 0 && static_cast<std::size_t>(offset) < rows.size()) {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/zol/generic/generic_if_entity.h"
+#include "host/zol/generic/access_level.h"
 #include "host/zol/generic/wrapped.h"
 #include "host/zol/path_steps.h"
 #include "host/zol/suggestion.h"
@@ -150,15 +150,12 @@ Ptr<GenericIf> fromPlainText(ZolType const& type, String8 const& text) {
 }
 
 Ptr<Entity> childByName(Entity& holder, PathStep const& step) {
-  Ptr<ZolAttr> const attr = holder.fwkType()->attr(Name(step.name));
-  if (!attr || !canBeNamed(*attr) || !attr->type()->isEntity() ||
-      (attr->keyType() != nullptr) != step.key.has_value()) {
-    return nullptr;
-  }
-  Ptr<GenericIf> const generic = ZolType::genericIf(&holder, true);
+  auto const generic = ptrCast<GenericIfEntity>(ZolType::genericIf(&holder, true));
+  AccessRow const* const row = generic->rowNamed(step.name);
+  if (!row || (row->keyType != nullptr) != step.key.has_value()) return nullptr;
   try {
-    Ptr<GenericIf> const key = step.key ? fromPlainText(*attr->keyType(), *step.key) : nullptr;
-    return entityOf(operation(generic, *attr, GenericIf::attrOpRead, key));
+    Ptr<GenericIf> const key = step.key ? fromPlainText(*row->keyType(), *step.key) : nullptr;
+    return entityOf(generic->attributeOp({row->id, GenericIf::attrOpRead}, key, nullptr));
   } catch (RangeException const&) {
     return nullptr;  // No key of that type.
   }

@@ -150,6 +150,11 @@ AccessRow const* GenericIfEntity::row(AttributeId id) const {
   return rows ? rows->find(id) : nullptr;
 }
 
+AccessRow const* GenericIfEntity::rowNamed(std::string_view name) const {
+  AccessLevel const* const rows = level();
+  return rows ? rows->find(name) : nullptr;
+}
+
 Entity& GenericIfEntity::required() const {
   auto* const entity = dynamic_cast<Entity*>(const_cast<PtrInterface*>(obj().get()));
   if (!entity) throwRangeException(type()->fullName() + ": there is no object");

@@ -85,6 +85,10 @@ class ZOL_EXPORT GenericIfEntity : public GenericIfPtrInterface {
   [[nodiscard]] Activity const* zolFwkActivity() const override { return activity_.get(); }
   ActivitySm* actsm() override { return &delivery_; }
 
+  // What can be done with the attribute of this name, whether or not the registry knows it; null
+  // for one of the frame or of no class.
+  [[nodiscard]] AccessRow const* rowNamed(std::string_view name) const;
+
  protected:
   // What can be done with the attributes of the class by id; null: nothing but what every entity
   // has.

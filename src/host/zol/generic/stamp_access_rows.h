@@ -1,6 +1,6 @@
 // Stamps the rows of a class's attributes (host/zol/generic/access_level.h). `Model` names the
 // entity class, `Generic` the class of its generic objects. Include the class's list behind it.
-#define ZOL_ACCESS_ROW(attr, id, access, told) {id, #attr, "", access, told, nullptr},
+#define ZOL_ACCESS_ROW(attr, id, access, told) {id, #attr, "", nullptr, access, told, nullptr},
 #define ZOL_PARAM(attr, Attr, id, Type) \
   ZOL_ACCESS_ROW(attr, id, (&Zol::accessParameter<Model, &Model::attr>), nullptr)
 #define ZOL_PARAM_REFERENCE(attr, Attr, id, Type) ZOL_PARAM(attr, Attr, id, Type)
@@ -21,6 +21,7 @@
   {id,                                                                                    \
    #attr,                                                                                 \
    keyName,                                                                               \
+   &Zol::typeOf<Key>,                                                                     \
    access,                                                                                \
    &Zol::deliverKeyed<Generic, static_cast<void (Generic::*)()>(&Generic::on##Attr),      \
                       static_cast<void (Generic::*)(Key)>(&Generic::on##Attr),            \
