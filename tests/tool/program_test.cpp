@@ -28,7 +28,7 @@ Outcome demo(std::string const& board) {
   Outcome const run = railseq("demo '" + board + "'");
   EXPECT_EQ(run.exitCode, 0) << run.output;
   std::string const digest = behind(run.output, "source digest ");
-  EXPECT_EQ(digest.size(), 16U) << run.output;
+  EXPECT_GE(digest.size(), 16U) << run.output;
   EXPECT_EQ(behind(run.output, "mirror digest "), digest) << run.output;
   return run;
 }
@@ -50,6 +50,8 @@ TEST(Demo, ShowsEachChangeOnBothSidesAndTheMirrorsTree) {
   EXPECT_THAT(run.output, HasSubstr("mirror:     modelName = \"UCD90124\"\n"));
   EXPECT_THAT(run.output, HasSubstr("mirror:     dexoDesc = switch/dexoDesc[main-bus]\n"));
   EXPECT_THAT(run.output, HasSubstr("mirror:       overrideVoutUvLimit = 11.2\n"));
+  EXPECT_THAT(run.output, HasSubstr("mirror: switch-status\n"));
+  EXPECT_THAT(run.output, HasSubstr("mirror:     temperature = 41.5\n"));
 }
 
 TEST(Demo, ShowsWhatTheSourceHasLoadedAndWhatHasNoPlaceInTheTree) {

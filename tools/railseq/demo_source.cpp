@@ -54,7 +54,7 @@ void say(std::string const& line) { std::cout << "source: " << line << std::endl
 class Source {
  public:
   Source(Board const& board, MirrorProcess const& mirror, std::chrono::milliseconds pause)
-      : config_(board.config),
+      : roots_(board.roots()),
         tree_(board.tree()),
         root_(rootPath(board.config->name().view())),
         mirror_(mirror.pid),
@@ -67,7 +67,7 @@ class Source {
  private:
   void catchUp();
   void makeChanges();
-  void showTree();
+  void showTrees();
   void change(std::string const& controller, std::string_view attribute);
   void add(std::string const& controller);
   void remove(std::string const& controller);
@@ -83,7 +83,7 @@ class Source {
   }
   [[nodiscard]] bool hasFailed() const { return !failure_.empty(); }
 
-  Zol::Ptr<Config> config_;
+  std::vector<Zol::Ptr<Zol::Entity>> roots_;
   Zol::ByName tree_;
   std::string root_;
   pid_t mirror_;
@@ -99,9 +99,9 @@ class Source {
 
 int Source::run() {
   say("process " + std::to_string(::getpid()) + " owns the tree " +
-      inQuotes(config_->name().view()) + " with " +
+      inQuotes(roots_.front()->name().view()) + " with " +
       counted(controllerPaths(tree_, root_).size(), "controller"));
-  showTree();
+  showTrees();
   say("process " + std::to_string(mirror_) + " is its mirror");
   catchUp();
   makeChanges();
@@ -117,7 +117,7 @@ int Source::run() {
 }
 
 void Source::catchUp() {
-  connection_->mountIs(config_, MountOptions{});
+  for (Zol::Ptr<Zol::Entity> const& root : roots_) connection_->mountIs(root, MountOptions{});
   await("the mirror's first catch-up", [this] { return mirrorIsReady_; });
   if (!hasFailed()) say("the mirror has caught up; changes follow");
 }
@@ -142,8 +142,10 @@ void Source::makeChanges() {
   remove(controllers.size() > 1 ? controllers.back() : added);
 }
 
-void Source::showTree() {
-  for (std::string const& line : treeLines(tree_, root_)) say(line);
+void Source::showTrees() {
+  for (Zol::Ptr<Zol::Entity> const& root : roots_) {
+    for (std::string const& line : treeLines(tree_, rootPath(root->name().view()))) say(line);
+  }
 }
 
 void Source::change(std::string const& controller, std::string_view attribute) {
@@ -258,7 +260,7 @@ void Source::end() {
 }
 
 void Source::compare() {
-  std::string const digest = digestText(Zol::digest(*config_));
+  std::string const digest = digestText(roots_);
   std::cout << "source digest " << digest << std::endl;
   if (heard_ != did_) fail("the mirror heard other changes than the source made");
   if (mirrorDigest_ != digest) fail("the mirror's digest differs from the source's");
