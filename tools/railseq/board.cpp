@@ -5,10 +5,10 @@
 
 namespace RailSeq {
 
-Zol::ByName Board::tree() const {
+std::vector<Zol::Ptr<Zol::Entity>> Board::roots() const {
   std::vector<Zol::Ptr<Zol::Entity>> roots{config};
   if (status) roots.emplace_back(status);
-  return Zol::ByName(std::move(roots));
+  return roots;
 }
 
 Board readBoard(std::string const& file) { return parseBoard(file, readFile(file)); }

@@ -15,8 +15,10 @@ using Hardware::Ucd9012::Config;
 using Hardware::Ucd9012::Status;
 
 struct Board {
-  // Both roots, as far as they are there, by name.
-  [[nodiscard]] Zol::ByName tree() const;
+  // The roots, as far as they are there; the configuration first.
+  [[nodiscard]] std::vector<Zol::Ptr<Zol::Entity>> roots() const;
+  // The same by name.
+  [[nodiscard]] Zol::ByName tree() const { return Zol::ByName(roots()); }
 
   Zol::Ptr<Config> config;
   // Null when the file has no status side.

@@ -64,9 +64,11 @@ struct Change {
 }
 
 [[nodiscard]] std::vector<std::string> rootsOf(Board const& board) {
-  std::vector<std::string> roots{rootPath(board.config->name().view())};
-  if (board.status) roots.push_back(rootPath(board.status->name().view()));
-  return roots;
+  std::vector<std::string> paths;
+  for (Zol::Ptr<Zol::Entity> const& root : board.roots()) {
+    paths.push_back(rootPath(root->name().view()));
+  }
+  return paths;
 }
 
 void printLines(Zol::ByName const& tree, std::vector<std::string> const& paths, std::ostream& out) {

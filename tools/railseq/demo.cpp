@@ -9,6 +9,7 @@
 #include <csignal>
 #include <iostream>
 #include <system_error>
+#include <vector>
 
 #include "railseq/demo_ends.h"
 
@@ -39,7 +40,9 @@ int runDemo(std::string const& boardFile, std::chrono::milliseconds pause) {
   if (mirror == 0) {
     ::close(log[0]);
     ::close(report[0]);
-    return runMirror(std::string(board.config->name().view()), log[1], report[1]);
+    std::vector<Zol::Name> names;
+    for (Zol::Ptr<Zol::Entity> const& root : board.roots()) names.push_back(root->name());
+    return runMirror(names, log[1], report[1]);
   }
   ::close(log[1]);
   ::close(report[1]);

@@ -6,11 +6,10 @@
 
 namespace RailSeq {
 
-// Loads the board into a tree, forks a mirror of it, makes changes, and shows what the mirror heard
-// and holds. Waits `pause` behind each change. Gives the exit code: 0 when the mirror heard every
-// change and its digest equals the source's (or could not, since references went out as null), 1
-// otherwise, also when the mirror process dies. Throws
-// `InputError` for the board. In the mirror process, too, it returns the exit code.
+// Loads the trees of the board, forks a mirror of them, makes changes, and shows what the mirror
+// heard and holds. Waits `pause` behind each change. Gives the exit code: 0 when the mirror heard
+// every change and its digests equal the source's, 1 otherwise, also when the mirror process dies.
+// Throws `InputError` for the board. In the mirror process, too, it returns the exit code.
 [[nodiscard]] int runDemo(std::string const& boardFile, std::chrono::milliseconds pause);
 
 }  // namespace RailSeq

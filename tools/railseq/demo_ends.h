@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 #include "railseq/board.h"
 
@@ -21,9 +22,10 @@ struct MirrorProcess {
 // process.
 [[nodiscard]] int runSource(Board const& board, MirrorProcess const& mirror,
                             std::chrono::milliseconds pause);
-[[nodiscard]] int runMirror(std::string const& rootName, int logFd, int reportFd);
+// The first of the roots is the configuration.
+[[nodiscard]] int runMirror(std::vector<Zol::Name> const& roots, int logFd, int reportFd);
 
-// A digest as the demonstration prints it.
-[[nodiscard]] std::string digestText(std::uint64_t digest);
+// The digests of the roots as the demonstration prints them.
+[[nodiscard]] std::string digestText(std::vector<Zol::Ptr<Zol::Entity>> const& roots);
 
 }  // namespace RailSeq

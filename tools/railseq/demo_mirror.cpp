@@ -18,6 +18,7 @@ namespace RailSeq {
 namespace {
 
 using Zol::NboAttrLog::Connection;
+using Roots = std::vector<Zol::Ptr<Zol::Entity>>;
 
 void waitFor(Connection const& connection) {
   pollfd waited{connection.fd(), POLLIN, 0};
@@ -25,33 +26,51 @@ void waitFor(Connection const& connection) {
   ::poll(&waited, 1, -1);
 }
 
-void reportTree(Zol::Ptr<Config> const& config, ReportWriter& report) {
-  std::string const root = rootPath(config->name().view());
-  for (std::string const& line : treeLines(Zol::ByName({config}), root)) {
-    report.write(Report::Kind::tree, line);
+// The roots, once all of them are there.
+[[nodiscard]] Roots mountedRoots(Connection const& connection,
+                                 std::vector<Zol::Name> const& names) {
+  Roots roots;
+  for (Zol::Name const& name : names) {
+    if (!connection.synced(name)) return {};
+    roots.push_back(connection.mounted(name));
   }
-  report.write(Report::Kind::digest, digestText(Zol::digest(*config)));
+  return roots;
+}
+
+void reportTrees(Roots const& roots, ReportWriter& report) {
+  for (Zol::Ptr<Zol::Entity> const& root : roots) {
+    for (std::string const& line : treeLines(Zol::ByName(roots), rootPath(root->name().view()))) {
+      report.write(Report::Kind::tree, line);
+    }
+  }
+  report.write(Report::Kind::digest, digestText(roots));
 }
 
 }  // namespace
 
-std::string digestText(std::uint64_t digest) {
-  std::array<char, 17> text{};
-  std::snprintf(text.data(), text.size(), "%016" PRIx64, digest);
-  return text.data();
+std::string digestText(std::vector<Zol::Ptr<Zol::Entity>> const& roots) {
+  std::string result;
+  for (Zol::Ptr<Zol::Entity> const& root : roots) {
+    std::array<char, 17> text{};
+    std::snprintf(text.data(), text.size(), "%016" PRIx64, Zol::digest(*root));
+    if (!result.empty()) result += ' ';
+    result += text.data();
+  }
+  return result;
 }
 
-int runMirror(std::string const& rootName, int logFd, int reportFd) {
+int runMirror(std::vector<Zol::Name> const& names, int logFd, int reportFd) {
   ReportWriter report(reportFd);
   Zol::Ptr<Connection> const connection =
       Connection::overFd(logFd, {.ownName = "mirror", .peerName = "source"});
-  Zol::Ptr<Config> config;
+  Roots roots;
   Zol::Ptr<ChangeListener> listener;
   while (connection->isOpen()) {
     while (connection->pump()) {
     }
-    if (!listener && connection->synced(rootName)) {
-      config = Zol::ptrCast<Config>(connection->mounted(rootName));
+    if (roots.empty()) roots = mountedRoots(*connection, names);
+    if (!listener && !roots.empty()) {
+      auto const config = Zol::ptrCast<Config>(roots.front());
       if (!config) break;
       listener = new ChangeListener(
           config, [&report](std::string const& line) { report.write(Report::Kind::change, line); });
@@ -60,9 +79,9 @@ int runMirror(std::string const& rootName, int logFd, int reportFd) {
     if (connection->isOpen()) waitFor(*connection);
   }
   report.write(Report::Kind::ended, connection->error());
-  if (config) reportTree(config, report);
+  if (listener) reportTrees(roots, report);
   if (report.isBroken()) std::cerr << "mirror: " << connection->error() << '\n';
-  return config && !report.isBroken() ? 0 : 1;
+  return listener && !report.isBroken() ? 0 : 1;
 }
 
 }  // namespace RailSeq
