@@ -1,6 +1,7 @@
 // The type objects of entity classes that have a generic object of their own.
 #pragma once
 
+#include "host/zol/generic/generic_if.h"
 #include "host/zol/registry/zol_type.h"
 #include "host/zol/value_reading.h"
 
