@@ -13,7 +13,7 @@ endforeach()
 
 if(checks)
   add_library(header_check OBJECT ${checks})
-  target_link_libraries(header_check PRIVATE HwRailSeq::HwRailSeq hwrailseq_build_options)
+  target_link_libraries(header_check PRIVATE HwRailSeq::HwRailSeq HwRailSeq::faults hwrailseq_build_options)
   # Only whether it compiles is of interest, not what comes out.
   target_compile_options(header_check PRIVATE -O0 -g0)
 endif()

@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/HwRailSeq)
 
-install(TARGETS zol HwModels HwRailSeq EXPORT HwRailSeqTargets LIBRARY)
+install(TARGETS zol HwModels HwRailSeq faults EXPORT HwRailSeqTargets LIBRARY)
 install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/src/
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/hwrailseq

@@ -94,6 +94,34 @@ TEST_F(Wrapped, aSyncModeSettlesARootInItsDirectory) {
   EXPECT_EQ(pair.mirror()->realUcd9012ControllerCount(), 1U);
 }
 
+TEST_F(Wrapped, aSyncModeReachesTheEntitysAdaptersUnderASharedId) {
+  using Mode = Zol::StreamAdapter::SyncMode;
+  pair.mount(config);
+  ReplicaPair onward;
+  ReplicaPair apart;
+  onward.mount(pair.mirror());
+  apart.mount(pair.mirror());
+  Zol::EntityId const shared(0x41);
+  auto const own = pair.mirror()->zolNboAttrLogSa(pair.replica->out());
+  auto const twin = pair.mirror()->zolNboAttrLogSa(onward.source->out());
+  auto const other = pair.mirror()->zolNboAttrLogSa(apart.source->out());
+  arrive(*pair.mirror(), 135, Frame::fields().u32(2));
+  EXPECT_EQ(own->syncMode(), Mode::off);  // its id is the connection's own
+  for (auto const& [sa, end] : {std::pair(own, pair.replica), std::pair(twin, onward.source)}) {
+    sa->entityIdIs(shared);
+    end->demuxer()->reactorIs(shared, sa.get());
+  }
+  // Another entity under the same id.
+  auto const stranger = apart.mirrored("main")->zolNboAttrLogSa(apart.replica->out());
+  apart.replica->demuxer()->reactorIs(shared, stranger.get());
+  arrive(*pair.mirror(), 135, Frame::fields().u32(2));
+  EXPECT_EQ(own->syncMode(), Mode::mark);
+  EXPECT_EQ(twin->syncMode(), Mode::mark);
+  EXPECT_EQ(other->syncMode(), Mode::off);
+  EXPECT_EQ(stranger->syncMode(), Mode::off);
+  EXPECT_FALSE(own->has(Zol::flagQuiet | Zol::flagApplying) || twin->has(Zol::flagQuiet));
+}
+
 TEST_F(Wrapped, aTypeBringsAChildToItsAdapter) {
   pair.mount(config);
   auto const out = pair.source->out();

@@ -10,6 +10,7 @@ from pathlib import Path
 
 LAYERS = (
     ("host/zol",),
+    ("faults",),
     ("host/models",),
     ("schema",),
     ("values",),

@@ -142,6 +142,7 @@ class Ears::Ear {
  public:
   virtual ~Ear() = default;
   [[nodiscard]] virtual std::string outdated() const = 0;
+  [[nodiscard]] virtual std::string unneeded() const = 0;
 };
 
 namespace {
@@ -156,12 +157,19 @@ class EarOn : public X::Notifiee {
   }
 
   Attributes told;
+  std::vector<std::string> unneeded;
 
  protected:
   void changed(std::string const& name) {
     Attributes const now = attributesOf(*this->notifier());
     auto const found = now.find(name);
-    if (found == now.end()) {
+    auto const before = told.find(name);
+    bool const isThere = found != now.end();
+    bool const wasThere = before != told.end();
+    if (isThere == wasThere && (!isThere || found->second == before->second)) {
+      unneeded.push_back(name);
+    }
+    if (!isThere) {
       told.erase(name);
     } else {
       told[name] = found->second;
@@ -267,6 +275,11 @@ template <class X>
 class EarHeld final : public Ears::Ear {
  public:
   EarHeld(std::string path, X& entity) : path_(std::move(path)), slots_(new SlotsOf<X>(entity)) {}
+  [[nodiscard]] std::string unneeded() const override {
+    std::string text;
+    for (auto const& name : slots_->unneeded) text += path_ + "/" + name + "\n";
+    return text;
+  }
   [[nodiscard]] std::string outdated() const override {
     if (!slots_->notifier()) return "";
     Attributes const now = attributesOf(*slots_->notifier());
@@ -309,6 +322,12 @@ Ears::~Ears() = default;
 std::string Ears::outdated() const {
   std::string text;
   for (auto const& ear : ears_) text += ear->outdated();
+  return text;
+}
+
+std::string Ears::unneeded() const {
+  std::string text;
+  for (auto const& ear : ears_) text += ear->unneeded();
   return text;
 }
 

@@ -29,6 +29,10 @@ class Ears {
   // What differs between what was told and what there is now; entities that have gone do not count.
   [[nodiscard]] std::string outdated() const;
 
+  // What was told of although it had not changed. Who refers to another entity of the same name
+  // than before is told rightly, and stands here nevertheless.
+  [[nodiscard]] std::string unneeded() const;
+
   class Ear;
 
  private:

@@ -45,6 +45,8 @@ Connection::Connection(std::unique_ptr<Transport> transport, ConnectionOptions o
       in_(new In(options_.inCapacity)),
       demuxer_(new Demuxer(out_, in_, options_.maxEntities, options_.maxPartialTexts,
                            options_.flowOutBudget)),
+      lastMessage_(options_.clock()),
+      lastSent_(lastMessage_),
       peerNamed_(!options_.peerName.empty()) {
   in_->textLimitsAre(options_.maxUnchunkedText, options_.maxText);
   demuxer_->maxMembersIs(options_.maxMembers);
@@ -92,7 +94,7 @@ void Connection::mountIs(Ptr<Entity> const& root, MountOptions options) {
   bool const writable = options.access == MountOptions::Access::writableByPeer &&
                         !Entity::ZolNboAttrLogSa::isReadOnlyReplica(*root);
   ownMounts_.push_back({root, new MountContext(true, writable), {}});
-  if (state_ == State::live) announce(ownMounts_.back());
+  if (phase_ == Phase::live) announce(ownMounts_.back());
 }
 
 void Connection::announce(OwnMount& mount) {
@@ -148,14 +150,16 @@ bool Connection::pump() {
     fail(failure.what());
   }
   if (closeRequested_) close();
+  stateIs();
   return worked;
 }
 
 bool Connection::turn() {
   bool worked = false;
-  if (state_ == State::live) {
+  if (phase_ == Phase::live) {
     worked = demuxer_->turn();
     worked = sendSynced() || worked;
+    worked = sendAlive() || worked;
   }
   worked = sendBytes() || worked;
   worked = receiveBytes() || worked;
@@ -179,6 +183,13 @@ bool Connection::sendSynced() {
   return sent;
 }
 
+bool Connection::sendAlive() {
+  if (options_.aliveEvery.count() == 0 || !out_->pending().empty()) return false;
+  if (options_.clock() - lastSent_ < options_.aliveEvery) return false;
+  out_->frameIs(FrameKind::alive, [] {});
+  return true;
+}
+
 bool Connection::sendBytes() {
   bool sent = false;
   while (!ended_ && !out_->pending().empty()) {
@@ -189,6 +200,7 @@ bool Connection::sendBytes() {
     counters_.bytesOut += result.bytes;
     sent = true;
   }
+  if (sent) lastSent_ = options_.clock();
   return sent;
 }
 
@@ -219,7 +231,7 @@ bool Connection::dispatchFrames() {
          in_->available() >= kLengthSize) {
     std::size_t const length = in_->peekU32();
     std::size_t const limit =
-        state_ == State::hello ? options_.maxBytesBeforeHello : options_.maxFrame;
+        phase_ == Phase::hello ? options_.maxBytesBeforeHello : options_.maxFrame;
     if (length == 0 || length > limit) {
       in_->malformed("frame of " + std::to_string(length) + " bytes, 1 to " +
                      std::to_string(limit) + " allowed");
@@ -232,6 +244,7 @@ bool Connection::dispatchFrames() {
     in_->positionIs(end);
     ++frames;
   }
+  if (frames != 0) lastMessage_ = options_.clock();
   return frames != 0;
 }
 
@@ -244,6 +257,7 @@ void Connection::close() {
   out_->frameIs(FrameKind::bye, [&] { out_->textIs(""); });
   sendBytes();
   tearDown();
+  stateIs();
 }
 
 void Connection::fail(std::string reason) {
@@ -253,14 +267,58 @@ void Connection::fail(std::string reason) {
 }
 
 void Connection::tearDown() {
-  if (state_ == State::closed) return;
-  state_ = State::closed;
+  if (phase_ == Phase::closed) return;
+  phase_ = Phase::closed;
+  // What was taken out of its holder lives on where it is referred to, and the peer announces it
+  // anew as an entity without a holder.
+  std::vector<Ptr<Entity>> const unheld = demuxer_->receivedWithoutHolder();
   demuxer_->shutDown();
   if (store_) {
+    for (Ptr<Entity> const& entity : unheld) store_->keptIs(entity, this);
     store_->released(this);
     PeerStore::emptyDel(options_.peerName);
   }
   transport_->close();
+}
+
+ConnectionState Connection::presentState() const {
+  if (!isOpen()) return ConnectionState::closed;
+  if (phase_ == Phase::hello) return ConnectionState::connecting;
+  if (options_.staleAfter.count() != 0 && options_.clock() - lastMessage_ > options_.staleAfter) {
+    return ConnectionState::stale;
+  }
+  auto const complete = [](auto const& mount) { return mount.context->synced(); };
+  bool const any = !ownMounts_.empty() || !peerMounts_.empty();
+  return any && std::ranges::all_of(ownMounts_, complete) &&
+                 std::ranges::all_of(peerMounts_, complete)
+             ? ConnectionState::live
+             : ConnectionState::catchingUp;
+}
+
+void Connection::stateIs() {
+  ConnectionState const present = presentState();
+  if (present == state_) return;
+  state_ = present;
+  if (!stateListener_) return;
+  Ptr<Connection> const hold(this);
+  StateListener const listener = stateListener_;  // which may be replaced by its own call
+  listener(*this, present);
+}
+
+char const* toText(ConnectionState state) noexcept {
+  switch (state) {
+    case ConnectionState::connecting:
+      return "connecting";
+    case ConnectionState::catchingUp:
+      return "catching up";
+    case ConnectionState::live:
+      return "live";
+    case ConnectionState::stale:
+      return "stale";
+    case ConnectionState::closed:
+      return "closed";
+  }
+  return "unknown";
 }
 
 void forgetPeer(Name const& name) { PeerStore::forget(name); }

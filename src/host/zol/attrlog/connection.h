@@ -1,8 +1,10 @@
 // One end of an attribute log.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -19,11 +21,17 @@ namespace Zol::NboAttrLog {
 // Sizes are in bytes. What a peer does beyond a limit closes the connection, unless said otherwise.
 struct ConnectionOptions {
   // The name that this end gives of itself in its hello, at most `maxNameLength` bytes.
-  Name ownName;
+  Name ownName{};
   // What this end calls the other, over all its connections; empty: the name that the peer gives of
   // itself. What has been received from a peer is kept under its name (`forgetPeer`). A peer named
   // here that comes back before its old connection was found broken ends that one.
-  Name peerName;
+  Name peerName{};
+  // After so long without a frame the connection counts as stale; 0: never.
+  std::chrono::milliseconds staleAfter{0};
+  // A sign of life goes out when nothing else has for so long; 0: none does.
+  std::chrono::milliseconds aliveEvery{0};
+  // The time, for the two above and `lastMessageTime()`.
+  std::function<std::chrono::steady_clock::time_point()> clock = &std::chrono::steady_clock::now;
   // Soft limit of what waits to be sent; raised to at least 64 KiB.
   std::size_t outCapacity = std::size_t{256} << 10;
   // Ring of received bytes; raised to hold one frame.
@@ -71,6 +79,18 @@ struct MountOptions {
   // What the peer may do.
   Access access = Access::readOnlyForPeer;
 };
+
+// What a connection is at.
+enum class ConnectionState : std::uint8_t {
+  connecting,  // the peer's hello is awaited
+  catchingUp,  // a mounted root is not complete yet on one of the ends, or none is mounted
+  live,        // all mounted roots are complete, and changes flow
+  stale,       // nothing has been heard of the peer for `ConnectionOptions::staleAfter`
+  closed,      // ended; `Connection::error()` has the reason
+};
+
+// "catching up", for tools.
+[[nodiscard]] ZOL_EXPORT char const* toText(ConnectionState state) noexcept;
 
 // What went over a connection. Messages are data messages about attributes.
 struct ConnectionCounters {
@@ -147,7 +167,18 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   // Says goodbye, sends what can be sent at once, and ends the connection.
   void close();
   // False once the connection has ended, for whatever reason.
-  [[nodiscard]] bool isOpen() const noexcept { return state_ != State::closed; }
+  [[nodiscard]] bool isOpen() const noexcept { return phase_ != Phase::closed; }
+  // What the connection is at, as of the last turn.
+  [[nodiscard]] ConnectionState state() const noexcept { return state_; }
+  // Called with each new state, at the end of a turn or of `close()`, when the connection may be
+  // used freely.
+  using StateListener = std::function<void(Connection&, ConnectionState)>;
+  // Replaces the listener that was there; null: none. A connection that is destroyed tells nothing.
+  void stateListenerIs(StateListener listener) { stateListener_ = std::move(listener); }
+  // When the last frame of the peer arrived; when the connection was made, before the first one.
+  [[nodiscard]] std::chrono::steady_clock::time_point lastMessageTime() const noexcept {
+    return lastMessage_;
+  }
   // The reason why the connection ended; empty while it is open, and after `close()`.
   [[nodiscard]] std::string const& error() const noexcept { return error_; }
 
@@ -163,7 +194,7 @@ class ZOL_EXPORT Connection final : public PtrInterface {
 
  private:
   // What is awaited: the peer's hello, then messages, then nothing.
-  enum class State : std::uint8_t { hello, live, closed };
+  enum class Phase : std::uint8_t { hello, live, closed };
   struct OwnMount {
     Ptr<Entity> root;
     Ptr<MountContext> context;
@@ -186,8 +217,12 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   [[nodiscard]] bool wholeFrameWaits() const;
   bool dispatchFrames();
   bool sendBytes();
+  bool sendAlive();
   void fail(std::string reason);
   void tearDown();
+  // Finds out what the connection is at, and says so when that is new.
+  void stateIs();
+  [[nodiscard]] ConnectionState presentState() const;
 
   void frameArrived();
   void helloArrived();
@@ -211,7 +246,11 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   Ptr<Out> out_;
   Ptr<In> in_;
   Ptr<Demuxer> demuxer_;
-  State state_ = State::hello;
+  Phase phase_ = Phase::hello;
+  ConnectionState state_ = ConnectionState::connecting;
+  StateListener stateListener_;
+  std::chrono::steady_clock::time_point lastMessage_;
+  std::chrono::steady_clock::time_point lastSent_;
   bool pumping_ = false;
   bool closeRequested_ = false;
   // The last read took all there was.

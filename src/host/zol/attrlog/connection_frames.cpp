@@ -21,8 +21,8 @@ bool isFeature(AttributeId id) { return id == kSyncModeAttr || std::abs(id) == k
 void Connection::frameArrived() {
   std::uint8_t const number = in_->nextU8();
   auto const kind = static_cast<FrameKind>(number);
-  if ((state_ == State::hello) != (kind == FrameKind::hello)) {
-    in_->malformed(state_ == State::hello ? "the peer sent no hello: is it an attribute log?"
+  if ((phase_ == Phase::hello) != (kind == FrameKind::hello)) {
+    in_->malformed(phase_ == Phase::hello ? "the peer sent no hello: is it an attribute log?"
                                           : "second hello");
   }
   switch (kind) {
@@ -40,6 +40,8 @@ void Connection::frameArrived() {
       return forgetArrived();
     case FrameKind::bye:
       return byeArrived();
+    case FrameKind::alive:
+      return requireFrameEnd("alive frame");
   }
   if ((number & kSkippableKind) == 0) {
     in_->malformed("frame of unknown kind " + std::to_string(number));
@@ -85,7 +87,7 @@ void Connection::helloArrived() {
   if (options_.peerName.empty()) options_.peerName = name;
   out_->peerNameIs(options_.peerName);
   store_ = PeerStore::of(options_.peerName);
-  state_ = State::live;
+  phase_ = Phase::live;
   for (OwnMount& mount : ownMounts_) announce(mount);
 }
 
@@ -261,7 +263,10 @@ void Connection::orphanArrived() {
     in_->malformed("root under another name than mounted");
   if (mount && peerNamed_) {
     Ptr<Connection> const older(store_->userOf(type, mount->name));
-    if (older && older != this) older->fail("the peer has come back over another connection");
+    if (older && older != this) {
+      older->fail("the peer has come back over another connection");
+      older->stateIs();
+    }
   }
   // A peer that comes back with other entities each time is not kept without end.
   if (store_->count() >= options_.maxOrphans + options_.maxMounts) store_->settled();

@@ -1,6 +1,7 @@
 #include "host/zol/attrlog/demuxer.h"
 
 #include <algorithm>
+#include <map>
 
 #include "host/zol/attrlog/dispatching.h"
 #include "host/zol/attrlog/stream_adapter.h"
@@ -46,6 +47,7 @@ Demuxer::Demuxer(Ptr<Out> out, Ptr<In> in, std::size_t maxEntities, std::size_t 
       turnBudget_(turnBudget) {
   out_->ownerIs(in_.get(), this);
   in_->demuxerIs(this);
+  globalNboAttrLogDemuxerManager()->demuxerIs(*this);
 }
 
 Demuxer::~Demuxer() { shutDown(); }
@@ -73,6 +75,17 @@ Entity::ZolNboAttrLogSa* Demuxer::reactor(EntityId id) const {
 Entity* Demuxer::entity(EntityId id) const {
   Entity::ZolNboAttrLogSa const* const adapter = reactor(id);
   return adapter ? adapter->entity() : nullptr;
+}
+
+std::vector<Ptr<Entity>> Demuxer::receivedWithoutHolder() const {
+  std::map<std::uint64_t, Ptr<Entity>> byId;
+  for (auto const& [id, adapter] : reactors_) {
+    Entity* const entity = adapter->isReplica() ? adapter->entity() : nullptr;
+    if (entity && !entity->zolParent()) byId.emplace(adapter->entityId().value, entity);
+  }
+  std::vector<Ptr<Entity>> found;
+  for (auto const& [id, entity] : byId) found.push_back(entity);
+  return found;
 }
 
 void Demuxer::idDel(EntityId id) {
@@ -325,6 +338,7 @@ bool Demuxer::dispatchConcerns(Entity const& entity) const noexcept {
 }
 
 void Demuxer::shutDown() {
+  globalNboAttrLogDemuxerManager()->demuxerDel(*this);
   queue_.clear();
   flowIns_.clear();
   auto const reactors = std::move(reactors_);
@@ -340,6 +354,29 @@ void Demuxer::shutDown() {
   in_->demuxerIs(nullptr);
 }
 
+DemuxerManager::Iterator DemuxerManager::nboDemuxerIterator() const {
+  std::scoped_lock const lock(mutex_);
+  std::vector<Ptr<Demuxer>> all;
+  for (Demuxer* const demuxer : demuxers_) all.emplace_back(demuxer);
+  return Iterator(std::move(all));
+}
+
+void DemuxerManager::demuxerIs(Demuxer& demuxer) {
+  std::scoped_lock const lock(mutex_);
+  demuxers_.push_back(&demuxer);
+}
+
+void DemuxerManager::demuxerDel(Demuxer& demuxer) {
+  std::scoped_lock const lock(mutex_);
+  std::erase(demuxers_, &demuxer);
+}
+
 }  // namespace NboAttrLog
+
+// Never destroyed: connections may outlive what is destroyed at the end of the process.
+NboAttrLog::DemuxerManager* globalNboAttrLogDemuxerManager() {
+  static auto* const manager = new NboAttrLog::DemuxerManager;
+  return manager;
+}
 
 }  // namespace Zol

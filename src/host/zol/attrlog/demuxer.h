@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <deque>
+#include <mutex>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "host/zol/attrlog/flow.h"
 #include "host/zol/attrlog/in.h"
@@ -34,8 +36,10 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
           std::size_t turnBudget);
   ~Demuxer() override;
 
-  // With level 2 the sync mode neither marks nor sweeps: markers do.
-  [[nodiscard]] unsigned int syncLevel() const noexcept { return 2; }
+  // From level 2 on the sync mode neither marks nor sweeps: markers do. A connection's demuxer has
+  // level 2; below it, a mode brackets a resynchronisation by itself.
+  [[nodiscard]] unsigned int syncLevel() const noexcept { return syncLevel_; }
+  void syncLevelIs(unsigned int level) noexcept { syncLevel_ = level; }
 
   // A fresh even id; never one that was used on this connection, nor a reserved one.
   EntityId idAllocate();
@@ -49,6 +53,8 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   void reactorDel(EntityId id);
   // Takes one id away from an adapter that keeps another.
   void idDel(EntityId id);
+  // The entities of the peer that stand in no holder, in the order of their ids.
+  [[nodiscard]] std::vector<Ptr<Entity>> receivedWithoutHolder() const;
   [[nodiscard]] std::size_t reactorCount() const noexcept { return reactors_.size(); }
 
   // Binds an adapter to an id of the peer; see `StreamAdapter::doEntityIdIs`.
@@ -144,6 +150,7 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   std::size_t maxMembers_ = 1000000;
   std::uint64_t turnEnd_ = 0;
   bool stopped_ = false;
+  unsigned int syncLevel_ = 2;
   Entity const* dispatch_ = nullptr;
   unsigned int dispatchDepth_ = 0;
   std::uint64_t unknownEnums_ = 0;
@@ -166,7 +173,42 @@ class ZOL_EXPORT Demuxer::DispatchScope {
   Demuxer* former_;
 };
 
+// All demuxers of the process, so that what arrives for an entity on one log reaches its adapters
+// on the others.
+class ZOL_EXPORT DemuxerManager {
+ public:
+  // Walks the demuxers that there were when the walk began.
+  class Iterator {
+   public:
+    explicit Iterator(std::vector<Ptr<Demuxer>> demuxers) : demuxers_(std::move(demuxers)) {}
+    explicit operator bool() const noexcept { return at_ < demuxers_.size(); }
+    Iterator& operator++() noexcept {
+      ++at_;
+      return *this;
+    }
+    [[nodiscard]] Demuxer& operator*() const noexcept { return *demuxers_[at_]; }
+    [[nodiscard]] Demuxer* operator->() const noexcept { return demuxers_[at_].get(); }
+
+   private:
+    std::vector<Ptr<Demuxer>> demuxers_;
+    std::size_t at_ = 0;
+  };
+
+  [[nodiscard]] Iterator nboDemuxerIterator() const;
+
+ private:
+  friend class Demuxer;
+
+  void demuxerIs(Demuxer& demuxer);
+  void demuxerDel(Demuxer& demuxer);
+
+  mutable std::mutex mutex_;
+  std::vector<Demuxer*> demuxers_;
+};
+
 }  // namespace NboAttrLog
+
+[[nodiscard]] ZOL_EXPORT NboAttrLog::DemuxerManager* globalNboAttrLogDemuxerManager();
 
 // The demuxer of a connection's input; null once the connection has ended.
 [[nodiscard]] inline NboAttrLog::Demuxer* demuxFor(NboAttrLog::In const* in) {

@@ -234,10 +234,22 @@ void EntityAdapter::skipToChildId(Inbound& message) {
                        static_cast<std::size_t>(message.childIdAt - message.in.position()));
 }
 
-// The fan-out to the adapters of this entity on other streams goes by ids that streams share, and
-// this runtime allocates none.
+// Reaches the adapters of this entity on all streams that know it by the same id, which is one that
+// streams share. A connection allocates none; they come from whoever binds them.
 void EntityAdapter::syncModeArrived(In& input) {
   SyncMode const mode = SyncModeInstance(input.nextU32());
+  for (auto it = globalNboAttrLogDemuxerManager()->nboDemuxerIterator(); it; ++it) {
+    Ptr<Entity::ZolNboAttrLogSa> const twin(it->reactor(entityId()));
+    if (!twin || twin->zolNotifierEntity() != zolNotifierEntity() || !entityId().unified()) {
+      continue;
+    }
+    struct Quiet {
+      explicit Quiet(StreamAdapter& of) : adapter(of) { adapter.flagsIs(flagQuiet, true); }
+      ~Quiet() { adapter.flagsIs(flagQuiet, false); }
+      StreamAdapter& adapter;
+    } const quiet(*twin);
+    twin->syncModeIs(mode);
+  }
   channelModeIs(MsgChannel::Mode::settled);
   auto* const dir = dynamic_cast<Dir*>(entity()->zolParent());
   if (mode != SyncMode::settle || !dir) return;

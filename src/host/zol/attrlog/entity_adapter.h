@@ -105,6 +105,8 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
   template <class Half>
   void levelIs(Entity* entity, Half* listener, LogLevel const& level) {
     Entity::ZolNboAttrLogSa::levelIs(entity, listener);
+    // A chip's level has the rows of its base, which has seen to them.
+    if (level_ == &level) return;
     level_ = &level;
     syncTransaction();
   }

@@ -96,7 +96,7 @@ struct Texts : Collection<A, Texts<A>> {
 
   static bool transact(EntityAdapter& adapter, LogRow::TransactionType type, FlowIn* flow) {
     if (type != LogRow::TransactionType::abort) return Common::transact(adapter, type, flow);
-    if (flow && flow->aid() == A::kId) {
+    if (flow) {
       flow->iterDel();
       flow->idxDel();
     }

@@ -43,10 +43,10 @@ class ZOL_EXPORT Transport {
 
 // Over a non-blocking stream socket or pipe, which the transport closes at its end. A peer that has
 // gone is an end, never a signal.
-[[nodiscard]] std::unique_ptr<Transport> fdTransport(int fd);
+[[nodiscard]] ZOL_EXPORT std::unique_ptr<Transport> fdTransport(int fd);
 
 // Two ends inside one process; each direction holds at most `capacity` bytes.
-[[nodiscard]] std::pair<std::unique_ptr<Transport>, std::unique_ptr<Transport>> memoryTransports(
-    std::size_t capacity);
+[[nodiscard]] ZOL_EXPORT std::pair<std::unique_ptr<Transport>, std::unique_ptr<Transport>>
+memoryTransports(std::size_t capacity);
 
 }  // namespace Zol::NboAttrLog

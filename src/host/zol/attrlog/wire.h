@@ -10,6 +10,7 @@
 //   SYNCED  u64 root id
 //   FORGET  u64 entity id
 //   BYE     text reason
+//   ALIVE   nothing: sent when nothing else has been, so that the peer knows that this end is there
 //
 // A text is a u32 length and the bytes; a text chunk is a u8 "more follows", a u32 length and the
 // bytes. An id's top bit says that the end which reads it allocated it; the reader flips the bit.
@@ -30,6 +31,7 @@ enum class FrameKind : std::uint8_t {
   synced = 5,
   forget = 6,
   bye = 7,
+  alive = 0xa1,
 };
 
 inline constexpr std::uint8_t kSkippableKind = 0x80;

@@ -1,0 +1,175 @@
+// Soak: a board with a replica on a bad line for as long as is asked for. Breaks the line again and
+// again, compares both trees after each good connection, and ends with figures.
+#include <faults/faults.h>
+#include <hwrailseq.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <random>
+
+using namespace Hardware::Ucd9012;
+using Zol::Faults::Link;
+using Zol::Faults::Plan;
+using Zol::NboAttrLog::ConnectionOptions;
+
+namespace {
+
+struct Figures {
+  std::uint64_t changes = 0;
+  std::uint64_t connections = 0;
+  std::uint64_t broken = 0;
+  std::uint64_t delays = 0;
+  std::uint64_t bitsChanged = 0;
+  std::uint64_t doubled = 0;
+  std::uint64_t bytes = 0;
+  std::uint64_t comparisons = 0;
+  std::uint64_t differences = 0;
+};
+
+std::size_t residentKiB() {
+  std::size_t pages = 0;
+  std::ifstream statm("/proc/self/statm");
+  statm >> pages >> pages;
+  return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024;
+}
+
+class Soak {
+ public:
+  explicit Soak(std::uint64_t seed) : random_(seed) {
+    for (unsigned int i = 0; i < kControllers; ++i) controller(i);
+  }
+
+  // One connection: mostly a bad one.
+  void round() {
+    bool const good = below(4) == 0;
+    Link link = connect(good ? Plan{} : badPlan(), good ? Plan{} : badPlan());
+    for (int i = 0; i < 200; ++i) {
+      change();
+      if (below(3) == 0) link.pump();
+    }
+    link.settle();
+    if (good) compare(link);
+    if (!link.right->isOpen()) ++figures.broken;
+    for (auto const& direction : {link.there, link.back}) {
+      figures.delays += direction->delayed();
+      figures.bitsChanged += direction->garbled();
+      figures.doubled += direction->duplicated();
+      figures.bytes += direction->bytes();
+    }
+  }
+
+  Figures figures;
+
+ private:
+  static constexpr unsigned int kControllers = 16;
+
+  std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
+  Zol::Ptr<Ucd9012ControllerConfig> controller(unsigned int number) {
+    return config_->realUcd9012ControllerIs(Zol::format("c%u", number), "soak", nullptr, pin_,
+                                            nullptr);
+  }
+  void change() {
+    ++figures.changes;
+    auto const at = static_cast<unsigned int>(below(kControllers));
+    auto const key = static_cast<std::uint8_t>(below(16));
+    auto const value = static_cast<std::uint32_t>(random_());
+    auto const main = controller(at);
+    switch (below(12)) {
+      case 0:
+        return main->pollingEnabledIs(value % 2 != 0);
+      case 1:
+        return main->locationIs(std::string(below(100), 'l'));
+      case 2:
+        return main->descriptionIs(std::string(below(60000), 'd'));
+      case 3:
+        main->voltageRailIs(key, nullptr, nullptr)
+            ->sensorMibIs(value % 2 ? sensor_ : Zol::Ptr<EntityMib::Sensor>());
+        return;
+      case 4:
+        main->voltageRailDel(key);
+        return;
+      case 5:
+        return main->reloadCauseIs(key, {ReloadCauses(0), CauseType(0), value, true});
+      case 6:
+        main->reloadCauseDel(key);
+        return;
+      case 7:
+        main->diagCommandConfigIs("command")->parameterIs(key, std::string(below(500), 'p'));
+        return;
+      case 8:
+        main->diagCommandConfigDel();
+        return;
+      case 9:
+        return config_->controllerIs(main);
+      case 10:
+        config_->controllerDel(main->name());
+        return;
+      default:
+        if (value % 8 == 0) config_->realUcd9012ControllerDel(main->name());
+        return main->reloadCauseSortKeyIs(value);
+    }
+  }
+  Plan badPlan() {
+    Plan plan;
+    plan.seed = random_();
+    plan.maxPiece = below(2) == 0 ? 4000 : 0;
+    plan.delay = 200;
+    plan.stall = 5;
+    plan.garble = below(4) == 0 ? 2 : 0;
+    plan.duplicate = below(4) == 0 ? 2 : 0;
+    plan.cutAfter = below(200000);
+    return plan;
+  }
+  Link connect(Plan const& there, Plan const& back) {
+    ConnectionOptions source;
+    ConnectionOptions replica;
+    source.ownName = replica.peerName = "soak source";
+    replica.ownName = source.peerName = "soak replica";
+    Link link(source, replica, there, back);
+    link.left->mountIs(config_);
+    ++figures.connections;
+    return link;
+  }
+  void compare(Link const& link) {
+    auto const mirror = link.right->mounted("soak");
+    ++figures.comparisons;
+    if (!mirror || Zol::digest(*mirror) != Zol::digest(*config_)) ++figures.differences;
+  }
+
+  std::mt19937_64 random_;
+  Zol::Ptr<EntityMib::Sensor> sensor_ = new EntityMib::Sensor("sensor");
+  Zol::Ptr<Hardware::Gpio::PinConfig> pin_ = new Hardware::Gpio::PinConfig("pin");
+  Zol::Ptr<Config> config_ = configFactory("soak");
+};
+
+}  // namespace
+
+// soak [SECONDS [SEED]]
+int main(int argc, char** argv) {
+  using Clock = std::chrono::steady_clock;
+  auto const seconds = std::chrono::seconds(argc > 1 ? std::atoi(argv[1]) : 10);
+  Soak soak(argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1);
+  // What is allocated once has been allocated by then.
+  for (int i = 0; i < 50; ++i) soak.round();
+  std::size_t const before = residentKiB();
+  auto const end = Clock::now() + seconds;
+  while (Clock::now() < end) soak.round();
+  std::size_t const after = residentKiB();
+
+  Figures const& figures = soak.figures;
+  std::cout << "changes         " << figures.changes << '\n'
+            << "connections     " << figures.connections << '\n'
+            << "broken          " << figures.broken << '\n'
+            << "delays, stalls  " << figures.delays << '\n'
+            << "bits changed    " << figures.bitsChanged << '\n'
+            << "pieces doubled  " << figures.doubled << '\n'
+            << "bytes           " << figures.bytes << '\n'
+            << "comparisons     " << figures.comparisons << '\n'
+            << "differences     " << figures.differences << '\n'
+            << "memory, KiB     " << before << " at the start, " << after << " at the end\n";
+  return figures.differences == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
