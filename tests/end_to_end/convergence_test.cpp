@@ -2,6 +2,8 @@
 // equal, and listeners have heard the last value of each attribute.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "support/replica_pair.h"
 #include "support/tree.h"
 #include "support/trickle.h"
@@ -115,8 +117,14 @@ class Session {
   std::vector<std::unique_ptr<Ears>> ears_;
 };
 
+// HWRAILSEQ_SEEDS sets how many seeds each test runs.
+unsigned int seeds() {
+  char const* const given = std::getenv("HWRAILSEQ_SEEDS");
+  return given ? static_cast<unsigned int>(std::strtoul(given, nullptr, 10)) : 50;
+}
+
 void runAll(Mount mount) {
-  for (unsigned int seed = 0; seed < 20; ++seed) {
+  for (unsigned int seed = 0; seed < seeds(); ++seed) {
     SCOPED_TRACE(seed);
     ASSERT_NO_FATAL_FAILURE(Session(seed, mount).run());
   }
