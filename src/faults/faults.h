@@ -40,6 +40,7 @@ struct Plan {
 // One direction while it runs: what has happened, and what the test decides by itself.
 class ZOL_EXPORT Direction {
  public:
+  // Runs by the plan from its first byte on.
   explicit Direction(Plan plan);
 
   // Bytes that came through, duplicates not counted.
@@ -130,8 +131,9 @@ struct ZOL_EXPORT Link {
   std::shared_ptr<Direction> there;
   // From right to left.
   std::shared_ptr<Direction> back;
-  // The ends.
+  // The end that the faulty stream belongs to.
   Ptr<NboAttrLog::Connection> left;
+  // The other end.
   Ptr<NboAttrLog::Connection> right;
 };
 
