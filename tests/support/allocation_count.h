@@ -26,5 +26,9 @@ std::size_t allocationsOf(Action const& action) {
   if (void* const place = std::malloc(size ? size : 1)) return place;
   throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+  ++test::allocated;
+  return std::malloc(size ? size : 1);
+}
 [[gnu::noinline]] void operator delete(void* place) noexcept { std::free(place); }
 [[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept { std::free(place); }
