@@ -231,10 +231,10 @@ TEST_F(Resynchronisation, aPeerCanBeForgotten) {
 }
 
 TEST_F(Resynchronisation, aNewConnectionEndsTheOneThatNobodyFoundBroken) {
-  auto const older = std::move(up.link);
+  auto const older = std::move(*up.link);
   up.reconnect();
-  EXPECT_EQ(older->right->error(), "the peer has come back over another connection");
-  EXPECT_EQ(older->right->state(), ConnectionState::closed);
+  EXPECT_EQ(older.right->error(), "the peer has come back over another connection");
+  EXPECT_EQ(older.right->state(), ConnectionState::closed);
   EXPECT_EQ(up.mirror(*config), mirror);
   expectEqual();
   EXPECT_EQ(ear->heard, Heard());
