@@ -101,6 +101,7 @@ struct Children : Collection<A, Children<A>> {
                                .attr = A::kCached,
                                .react = &Common::react,
                                .apply = &apply,
+                               .answer = &Common::answer,
                                .remove = &Common::remove,
                                .serialize = &Common::serialize,
                                .transact = &transact,

@@ -1,9 +1,10 @@
 // What a connection does with the frames of its peer.
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 
 #include "host/zol/attrlog/connection.h"
-#include "host/zol/attrlog/stream_adapter.h"
+#include "host/zol/attrlog/entity_adapter.h"
 #include "host/zol/registry/zol_type.h"
 
 namespace Zol::NboAttrLog {
@@ -19,6 +20,7 @@ bool isFeature(AttributeId id) { return id == kSyncModeAttr || std::abs(id) == k
 }  // namespace
 
 void Connection::frameArrived() {
+  in_->frameBegins();
   std::uint8_t const number = in_->nextU8();
   auto const kind = static_cast<FrameKind>(number);
   if ((phase_ == Phase::hello) != (kind == FrameKind::hello)) {
@@ -38,6 +40,8 @@ void Connection::frameArrived() {
       return syncedArrived();
     case FrameKind::forget:
       return forgetArrived();
+    case FrameKind::lacks:
+      return lacksArrived();
     case FrameKind::bye:
       return byeArrived();
     case FrameKind::alive:
@@ -109,6 +113,7 @@ void Connection::mountArrived() {
     return;
   }
   peerMounts_.push_back({id, name, new MountContext(false, access == 1), nullptr});
+  if (access == 1) out_->numbersMessagesIs(true);
 }
 
 Connection::PeerMount* Connection::peerMount(EntityId id) {
@@ -151,7 +156,8 @@ void Connection::dataArrived() {
   std::uint8_t const bits = in_->nextU8();
   std::uint32_t const fixedSize = (bits & kDataFixedSize) != 0 ? in_->nextU32() : 0;
   if ((bits & kDataChildMark) != 0) in_->nextU32();
-  if ((bits & kDataSeen) != 0) in_->nextU32();
+  std::optional<std::uint32_t> seen;
+  if ((bits & kDataSeen) != 0) seen = in_->nextU32();
   auto const size = static_cast<unsigned int>(in_->left());
   if ((bits & kDataVariable) == 0 && size != fixedSize) {
     in_->malformed("payload of " + std::to_string(size) + " bytes, " + std::to_string(fixedSize) +
@@ -180,7 +186,8 @@ void Connection::dataArrived() {
     dispatch(attrId);
   };
   bool const replica = adapter->isReplica();
-  apply(*adapter, attrId, [&] {
+  Ptr<Entity::ZolNboAttrLogSa> const hold(adapter);
+  bool const applied = apply(*adapter, attrId, [&] {
     try {
       dispatch(attrId);
     } catch (GiveWayException const&) {
@@ -190,6 +197,50 @@ void Connection::dataArrived() {
       replace();
     }
   });
+  settle(*adapter, attrId, seen, applied, payload);
+}
+
+bool Connection::ownsForBoth(Entity::ZolNboAttrLogSa const& adapter) {
+  return !adapter.isReplica() && !adapter.has(flagInReadOnly);
+}
+
+// The owner's order decides. It applies what the peer has written, and when the peer had not seen
+// the last that the owner said of the attribute, or the owner is still saying it, it says once more
+// what holds now: that is the last that either end hears. What it refused it answers too.
+//
+// A replica that does not know what a message refers to has removed that itself, and its removal
+// is on the way: the owner is told what is missing here.
+void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id,
+                        std::optional<std::uint32_t> seen, bool applied, In::Position payload) {
+  if (!adapter.entity() || !adapter.nboAttrLogOut()) return;
+  bool answers = false;
+  if (ownsForBoth(adapter)) {
+    Ptr<FlowIn> const flow = demuxer_->flowIn(adapter.entityId());
+    bool const underWay = flow && flow->aid() == id && flow->hasIter();
+    bool const crossed =
+        adapter.flowOut() || (seen && adapter.messageOrder().sentBehind(id, *seen));
+    answers = !applied || (crossed && !underWay);
+  } else if (adapter.has(flagStreaming)) {
+    FlowOut const* const flow = adapter.flowOut();
+    if (!applied && in_->unknownReference().value != 0) {
+      out_->frameIs(FrameKind::lacks, [&] {
+        out_->u64Is(adapter.entityId().value);
+        out_->u32Is(static_cast<std::uint32_t>(id));
+        out_->u64Is(in_->unknownReference().value);
+      });
+    }
+    // The text of this end that is on its way has just been replaced.
+    answers = applied && flow && flow->attrId() == id && flow->hasValueKey();
+  }
+  if (!answers) return;
+  in_->positionIs(payload);
+  try {
+    answerPeer(adapter, id, *in_);
+  } catch (MalformedMessageException const&) {
+    throw;
+  } catch (Exception const&) {
+    ++counters_.listenerFailures;
+  }
 }
 
 void Connection::orphanArrived() {
@@ -336,6 +387,21 @@ void Connection::forgetArrived() {
   Ptr<Entity> const hold = orphan->second;
   orphans_.erase(orphan);
   store_->gone(*hold);
+}
+
+void Connection::lacksArrived() {
+  EntityId const id = in_->nextEntityId();
+  in_->nextU32();  // the attribute; all of the entity is told anew
+  EntityId const referred = in_->nextEntityId();
+  requireFrameEnd("lacks frame");
+  Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
+  if (!adapter) {
+    ++counters_.unknown;
+  } else if (!ownsForBoth(*adapter)) {
+    ++counters_.refused;
+  } else {
+    demuxer_->peerLacks(*adapter, referred);
+  }
 }
 
 void Connection::byeArrived() {

@@ -394,6 +394,24 @@ EntityId EntityAdapter::peekEntityId(Inbound& message) {
   return id;
 }
 
+void EntityAdapter::answer(AttributeId id, In& in) {
+  LogRow const* const row = level_->find(id);
+  if (!row) return;
+  struct Anew {
+    explicit Anew(EntityAdapter& of) : adapter(of) { adapter.flagsIs(flagAnnounced, false); }
+    ~Anew() { adapter.recomputeBits(); }
+    EntityAdapter& adapter;
+  } const anew(*this);
+  if (!row->answer) return row->react(*this, nullptr);
+  Inbound message{in, id, static_cast<unsigned int>(in.left()), false, false, nullptr};
+  row->answer(*this, message);
+}
+
+void answerPeer(Entity::ZolNboAttrLogSa& adapter, AttributeId id, In& in) {
+  auto* const rows = dynamic_cast<EntityAdapter*>(&adapter);
+  if (rows && rows->entity()) rows->answer(id, in);
+}
+
 void announceHeldChild(Entity::ZolNboAttrLogSa& holder, AttributeId id, Entity::Zol_BitSet flags,
                        Entity& child) {
   auto* const adapter = dynamic_cast<EntityAdapter*>(&holder);

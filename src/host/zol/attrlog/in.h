@@ -125,6 +125,13 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
     throwWrongType();
   }
 
+  // Frames taken in whole since the start, of all kinds.
+  [[nodiscard]] std::uint32_t framesTaken() const noexcept { return framesTaken_; }
+  void frameTaken() noexcept { ++framesTaken_; }
+  // The id that the last reference in the present frame named and this end does not know; 0: none.
+  [[nodiscard]] EntityId unknownReference() const noexcept { return unknownReference_; }
+  void frameBegins() noexcept { unknownReference_ = {}; }
+
   [[nodiscard]] Demuxer* demuxer() const noexcept { return demuxer_; }
   void demuxerIs(Demuxer* demuxer) noexcept { demuxer_ = demuxer; }
 
@@ -132,6 +139,8 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
   [[noreturn]] static void throwWrongType();
 
   Demuxer* demuxer_ = nullptr;
+  std::uint32_t framesTaken_ = 0;
+  EntityId unknownReference_;
 };
 
 }  // namespace NboAttrLog

@@ -213,6 +213,16 @@ void Entity::ZolNboAttrLogSa::doThis() {
   if (textUnderWay) flowOut()->pendingAbortIs(textId, true);
 }
 
+void Entity::ZolNboAttrLogSa::walkAgain() {
+  needsWalk_ = true;
+  if (!flowOut()) doThis();
+}
+
+MessageOrder& Entity::ZolNboAttrLogSa::messageOrder() {
+  if (!messageOrder_) messageOrder_ = std::make_unique<MessageOrder>();
+  return *messageOrder_;
+}
+
 void Entity::ZolNboAttrLogSa::doFixChildFlags(ZolNboAttrLogSa& child) {
   child.flagsIs(flagApplying | flagStale | flagQuiet, false);
   child.recomputeBits();
@@ -240,6 +250,7 @@ void Entity::ZolNboAttrLogSa::sendTransactionMarker(AttributeId id, AttrTransact
     out->u8Is(static_cast<std::uint8_t>(type));
     out->u32Is(n);
   });
+  if (out->numbersMessages()) messageOrder().sent(id, out->framesCommitted());
 }
 
 bool Entity::ZolNboAttrLogSa::handlingFlowInFor(AttributeId) const {

@@ -115,6 +115,7 @@ struct Texts : Collection<A, Texts<A>> {
                                .attr = A::kCached,
                                .react = &Common::react,
                                .apply = &apply,
+                               .answer = &Common::answer,
                                .remove = &Common::remove,
                                .serialize = &Common::serialize,
                                .transact = &transact,
