@@ -70,6 +70,17 @@ struct Children : Collection<A, Children<A>> {
     adapter.channelModeIs(MsgChannel::Mode::applied);
   }
 
+  static void remove(EntityAdapter& adapter, Inbound& message) {
+    In::Position const start = message.in.position();
+    Key const key = WireForm<Key>::read(message.in);
+    if (message.applies && !message.prefixOnly &&
+        adapter.isUnknownToSource(Common::entryAt(adapter, key))) {
+      return requireEnd(message);
+    }
+    message.in.positionIs(start);
+    Common::remove(adapter, message);
+  }
+
   static bool transact(EntityAdapter& adapter, LogRow::TransactionType type, FlowIn*) {
     if (type == LogRow::TransactionType::begin) {
       Common::repeated(adapter, [&](auto const& it) { adapter.childStale(it.entry()); });
@@ -102,7 +113,7 @@ struct Children : Collection<A, Children<A>> {
                                .react = &Common::react,
                                .apply = &apply,
                                .answer = &Common::answer,
-                               .remove = &Common::remove,
+                               .remove = &remove,
                                .serialize = &Common::serialize,
                                .transact = &transact,
                                .freeState = &Common::freeState,

@@ -243,8 +243,7 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   [[nodiscard]] static bool ownsForBoth(Entity::ZolNboAttrLogSa const& adapter);
   // Brings the peer to this end's state where the two may have come apart over its message, whose
   // payload begins at `payload`.
-  void settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, std::optional<std::uint32_t> seen,
-              bool applied, In::Position payload);
+  void settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool applied, In::Position payload);
   template <class Call>
   bool apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call);
 

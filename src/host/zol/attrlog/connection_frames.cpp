@@ -1,7 +1,6 @@
 // What a connection does with the frames of its peer.
 #include <algorithm>
 #include <cstdlib>
-#include <optional>
 
 #include "host/zol/attrlog/connection.h"
 #include "host/zol/attrlog/entity_adapter.h"
@@ -156,8 +155,7 @@ void Connection::dataArrived() {
   std::uint8_t const bits = in_->nextU8();
   std::uint32_t const fixedSize = (bits & kDataFixedSize) != 0 ? in_->nextU32() : 0;
   if ((bits & kDataChildMark) != 0) in_->nextU32();
-  std::optional<std::uint32_t> seen;
-  if ((bits & kDataSeen) != 0) seen = in_->nextU32();
+  if ((bits & kDataSeen) != 0) in_->seenIs(in_->nextU32());
   auto const size = static_cast<unsigned int>(in_->left());
   if ((bits & kDataVariable) == 0 && size != fixedSize) {
     in_->malformed("payload of " + std::to_string(size) + " bytes, " + std::to_string(fixedSize) +
@@ -197,7 +195,7 @@ void Connection::dataArrived() {
       replace();
     }
   });
-  settle(*adapter, attrId, seen, applied, payload);
+  settle(*adapter, attrId, applied, payload);
 }
 
 bool Connection::ownsForBoth(Entity::ZolNboAttrLogSa const& adapter) {
@@ -210,15 +208,15 @@ bool Connection::ownsForBoth(Entity::ZolNboAttrLogSa const& adapter) {
 //
 // A replica that does not know what a message refers to has removed that itself, and its removal
 // is on the way: the owner is told what is missing here.
-void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id,
-                        std::optional<std::uint32_t> seen, bool applied, In::Position payload) {
+void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool applied,
+                        In::Position payload) {
   if (!adapter.entity() || !adapter.nboAttrLogOut()) return;
   bool answers = false;
   if (ownsForBoth(adapter)) {
     Ptr<FlowIn> const flow = demuxer_->flowIn(adapter.entityId());
     bool const underWay = flow && flow->aid() == id && flow->hasIter();
     bool const crossed =
-        adapter.flowOut() || (seen && adapter.messageOrder().sentBehind(id, *seen));
+        adapter.flowOut() || (in_->seen() && adapter.messageOrder().sentBehind(id, *in_->seen()));
     answers = !applied || (crossed && !underWay);
   } else if (adapter.has(flagStreaming)) {
     FlowOut const* const flow = adapter.flowOut();
@@ -233,6 +231,7 @@ void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id,
     answers = applied && flow && flow->attrId() == id && flow->hasValueKey();
   }
   if (!answers) return;
+  in_->frameTaken();
   in_->positionIs(payload);
   try {
     answerPeer(adapter, id, *in_);
@@ -340,6 +339,7 @@ void Connection::markArrived() {
   std::uint8_t const type = in_->nextU8();
   std::uint32_t const n = in_->nextU32();
   if (type > 2) in_->malformed("mark of type " + std::to_string(type));
+  if (out_->numbersMessages()) in_->seenIs(n);
   requireFrameEnd("mark frame");
   Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
   if (!adapter) {

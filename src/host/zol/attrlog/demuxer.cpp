@@ -200,8 +200,8 @@ void Demuxer::messageCommitted(EntityId id, AttributeId attribute) {
 void Demuxer::peerLacks(Entity::ZolNboAttrLogSa& adapter, EntityId referred) {
   if (Entity::ZolNboAttrLogSa* const lacked = reactor(referred)) {
     if (!lacked->entity() || !lacked->messageOrder().mayBeLackedAgain()) return;
-    lacked->announced_ = false;
     Entity* const holder = lacked->entity()->zolParent();
+    if (holder || lacked->orphan_) lacked->announced_ = false;
     Ptr<Entity::ZolNboAttrLogSa> const above = holder ? holder->zolNboAttrLogSa(out_) : nullptr;
     if (above) above->walkAgain();
   }

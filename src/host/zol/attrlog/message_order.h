@@ -30,9 +30,12 @@ class MessageOrder {
   // The entity was announced in this frame.
   void announced(std::uint32_t frame) noexcept { announced_ = {true, frame}; }
 
+  [[nodiscard]] bool announcedBehind(std::uint32_t seen) const noexcept {
+    return announced_.valid && isBehind(announced_.frame, seen);
+  }
   // Whether something about the attribute, or the entity itself, was sent behind frame `seen`.
   [[nodiscard]] bool sentBehind(AttributeId id, std::uint32_t seen) const noexcept {
-    if (announced_.valid && isBehind(announced_.frame, seen)) return true;
+    if (announcedBehind(seen)) return true;
     id = std::abs(id);
     for (Sent const& each : sent_) {
       if (each.id == id) return isBehind(each.frame, seen);

@@ -248,7 +248,7 @@ void Entity::ZolNboAttrLogSa::sendTransactionMarker(AttributeId id, AttrTransact
     out->u64Is(entityId().value);
     out->u32Is(static_cast<std::uint32_t>(id));
     out->u8Is(static_cast<std::uint8_t>(type));
-    out->u32Is(n);
+    out->u32Is(out->numbersMessages() && out->reverseLog() ? out->reverseLog()->framesTaken() : n);
   });
   if (out->numbersMessages()) messageOrder().sent(id, out->framesCommitted());
 }
