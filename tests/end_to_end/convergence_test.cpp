@@ -21,7 +21,7 @@ class Session {
         seed_(seed),
         writable_(mount == Mount::writable || mount == Mount::crossing),
         crosses_(mount == Mount::crossing),
-        breaks_(mount == Mount::breaking) {
+        breaks_(mount == Mount::breaking || (crosses_ && seed % 2 != 0)) {
     roots_ = {Hardware::Ucd9012::configFactory("config"),
               Hardware::Ucd9012::statusFactory("status")};
     connect();
