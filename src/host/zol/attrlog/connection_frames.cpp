@@ -183,6 +183,11 @@ void Connection::dataArrived() {
     dispatch(-attrId, true);
     dispatch(attrId);
   };
+  // A text in pieces was written when its first piece was.
+  Ptr<FlowIn> const begun = demuxer_->flowIn(adapter->entityId());
+  if (begun && begun->aid() == attrId && begun->hasIter() && begun->seen()) {
+    in_->seenIs(*begun->seen());
+  }
   bool const replica = adapter->isReplica();
   Ptr<Entity::ZolNboAttrLogSa> const hold(adapter);
   bool const applied = apply(*adapter, attrId, [&] {
@@ -215,6 +220,7 @@ void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool a
   if (ownsForBoth(adapter)) {
     Ptr<FlowIn> const flow = demuxer_->flowIn(adapter.entityId());
     bool const underWay = flow && flow->aid() == id && flow->hasIter();
+    if (underWay) flow->seenIs(in_->seen());
     bool const crossed =
         adapter.flowOut() || (in_->seen() && adapter.messageOrder().sentBehind(id, *in_->seen()));
     answers = !applied || (crossed && !underWay);

@@ -156,6 +156,9 @@ class ZOL_EXPORT FlowIn : public PtrInterface {
   // Throws `InternalException` "!rsc->idx()" when there is one already.
   void idxIs(LogKey key);
   void idxDel() noexcept { idx_.reset(); }
+  // What the writer of the text's first piece had seen; see `In::seen()`.
+  [[nodiscard]] std::optional<std::uint32_t> seen() const noexcept { return seen_; }
+  void seenIs(std::optional<std::uint32_t> frames) noexcept { seen_ = frames; }
   // Counts the text as it stands now among the connection's partial texts; gives their sum.
   std::size_t accounted();
 
@@ -168,6 +171,7 @@ class ZOL_EXPORT FlowIn : public PtrInterface {
   bool handlingTransaction_ = false;
   std::unique_ptr<String8::Iterator> iter_;
   std::optional<LogKey> idx_;
+  std::optional<std::uint32_t> seen_;
 };
 
 }  // namespace NboAttrLog
