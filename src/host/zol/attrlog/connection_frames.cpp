@@ -224,17 +224,12 @@ void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool a
     bool const crossed =
         adapter.flowOut() || (in_->seen() && adapter.messageOrder().sentBehind(id, *in_->seen()));
     answers = !applied || (crossed && !underWay);
-  } else if (adapter.has(flagStreaming)) {
-    FlowOut const* const flow = adapter.flowOut();
-    if (!applied && in_->unknownReference().value != 0) {
-      out_->frameIs(FrameKind::lacks, [&] {
-        out_->u64Is(adapter.entityId().value);
-        out_->u32Is(static_cast<std::uint32_t>(id));
-        out_->u64Is(in_->unknownReference().value);
-      });
-    }
-    // The text of this end that is on its way has just been replaced.
-    answers = applied && flow && flow->attrId() == id && flow->hasValueKey();
+  } else if (adapter.has(flagStreaming) && !applied && in_->unknownReference().value != 0) {
+    out_->frameIs(FrameKind::lacks, [&] {
+      out_->u64Is(adapter.entityId().value);
+      out_->u32Is(static_cast<std::uint32_t>(id));
+      out_->u64Is(in_->unknownReference().value);
+    });
   }
   if (!answers) return;
   in_->frameTaken();

@@ -71,6 +71,8 @@ class ZOL_EXPORT FlowOut : public PtrInterface {
   [[nodiscard]] bool hasValueIter() const noexcept { return valueIter_.has_value(); }
   // Throws `InternalException` "!rsc->valueIter()" when one is saved already.
   void valueEnq(String8::IteratorConst position);
+  // The text of the saved position, which must be there.
+  [[nodiscard]] String8 const& valueText() const noexcept { return valueIter_->text(); }
   // Takes the saved position; an iterator over the empty text when there is none.
   String8::IteratorConst valueDeq();
 
