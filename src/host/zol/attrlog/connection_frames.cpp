@@ -183,10 +183,12 @@ void Connection::dataArrived() {
     dispatch(-attrId, true);
     dispatch(attrId);
   };
-  // A text in pieces was written when its first piece was.
-  Ptr<FlowIn> const begun = demuxer_->flowIn(adapter->entityId());
-  if (begun && begun->aid() == attrId && begun->hasIter() && begun->seen()) {
-    in_->seenIs(*begun->seen());
+  if (in_->seen()) {
+    // A text in pieces was written when its first piece was.
+    Ptr<FlowIn> const begun = demuxer_->flowIn(adapter->entityId());
+    if (begun && begun->aid() == attrId && begun->hasIter() && begun->seen()) {
+      in_->seenIs(*begun->seen());
+    }
   }
   bool const replica = adapter->isReplica();
   Ptr<Entity::ZolNboAttrLogSa> const hold(adapter);
@@ -200,7 +202,7 @@ void Connection::dataArrived() {
       replace();
     }
   });
-  settle(*adapter, attrId, applied, payload);
+  if (out_->numbersMessages()) settle(*adapter, attrId, applied, payload);
 }
 
 bool Connection::ownsForBoth(Entity::ZolNboAttrLogSa const& adapter) {

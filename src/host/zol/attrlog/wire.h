@@ -6,7 +6,7 @@
 //   MOUNT   u64 root id, u8 access, text name
 //   DATA    u64 entity id, i32 attribute id, u8 bits, u32 fixedSize?, u32 childMark?, u32 seen?,
 //           payload
-//   MARK    u64 entity id, i32 attribute id, u8 type, u32 n
+//   MARK    u64 entity id, i32 attribute id, u8 type, u32 n (seen, where both ends write)
 //   SYNCED  u64 root id
 //   FORGET  u64 entity id
 //   BYE     text reason
