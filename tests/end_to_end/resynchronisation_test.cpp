@@ -352,6 +352,16 @@ TEST_F(Resynchronisation, whatWasTakenOutOfItsHolderIsKeptAsLongAsItIsReferredTo
   EXPECT_FALSE(ear->notifier());
 }
 
+TEST_F(Resynchronisation, whatLeavesItsHolderMeanwhileStaysTheSameWhereItIsReferredTo) {
+  whileCut([&] {
+    config->realUcd9012ControllerDel("main");
+    main->locationIs("nowhere");
+  });
+  EXPECT_FALSE(mirror->realUcd9012Controller("main"));
+  EXPECT_EQ(mirror->controller("main"), twin);
+  EXPECT_EQ(ear->heard, Heard{"location"});
+}
+
 TEST_F(Resynchronisation, ofAPeerWithoutANameNothingIsKept) {
   auto const attach = [&] {
     auto link = std::make_unique<Link>(ConnectionOptions(), ConnectionOptions());

@@ -15,7 +15,9 @@ namespace test {
 using Attributes = std::map<std::string, std::string>;
 
 inline std::string inBrackets(Zol::Name const& key) { return "[" + std::string(key.view()) + "]"; }
-inline std::string inBrackets(std::uint32_t key) { return "[" + std::to_string(key) + "]"; }
+inline std::string inBrackets(std::uint32_t key) {
+  return std::string(1, '[').append(std::to_string(key)).append(1, ']');
+}
 
 // One line per attribute of the root and of all that it owns. Says nothing of ids or addresses.
 [[nodiscard]] std::string textOf(Zol::Entity& root);

@@ -88,8 +88,11 @@ struct Children : Collection<A, Children<A>> {
       Common::repeated(adapter, [&](auto const& it) {
         if (!adapter.isUnconfirmed(*it.entry())) return;
         Key const key = it.key();
+        Ptr<Entity> const child(it.entry());
         adapter.sweep([&] { A::del(Common::holder(adapter), key); });
+        adapter.streamDemuxer()->sweptIs(child);
       });
+      adapter.streamDemuxer()->sweepEnds();
     }
     return true;
   }

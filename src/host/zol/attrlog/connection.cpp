@@ -276,6 +276,7 @@ void Connection::tearDown() {
   std::vector<Ptr<Entity>> const unheld = demuxer_->receivedWithoutHolder();
   demuxer_->shutDown();
   if (store_) {
+    keepSwept();
     for (Ptr<Entity> const& entity : unheld) store_->keptIs(entity, this);
     store_->released(this);
     PeerStore::emptyDel(options_.peerName);

@@ -237,6 +237,8 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   [[nodiscard]] Name nameArrived(char const* what);
   void requireFrameEnd(char const* what);
   [[nodiscard]] PeerMount* peerMount(EntityId id);
+  // What this connection has swept out of its holders may come without a holder.
+  void keepSwept();
   // Runs a call of an adapter that applies a message, and judges what comes out of it; false when
   // it was refused or has thrown.
   // Whether both ends may write the adapter's entity, and this end owns it.

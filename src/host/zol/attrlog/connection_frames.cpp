@@ -323,6 +323,7 @@ void Connection::orphanArrived() {
   }
   // A peer that comes back with other entities each time is not kept without end.
   if (store_->count() >= options_.maxOrphans + options_.maxMounts) store_->settled();
+  keepSwept();
   entity = store_->taken(entity, this);
   Ptr<MountContext> const context = mount ? mount->context : Ptr(new MountContext(false, false));
   unsigned int const access = context->writable() ? 0U : unsigned{flagOutReadOnly};
@@ -334,6 +335,10 @@ void Connection::orphanArrived() {
   } else {
     orphans_[id.value] = entity;
   }
+}
+
+void Connection::keepSwept() {
+  for (Ptr<Entity> const& entity : demuxer_->sweptDel()) store_->keptIs(entity, nullptr);
 }
 
 void Connection::markArrived() {
@@ -372,7 +377,10 @@ void Connection::syncedArrived() {
   if (PeerMount const* const mount = peerMount(id)) {
     mount->context->syncedIs(true);
     auto const isSynced = [](PeerMount const& each) { return each.context->synced(); };
-    if (std::ranges::all_of(peerMounts_, isSynced)) store_->settled();
+    if (std::ranges::all_of(peerMounts_, isSynced)) {
+      keepSwept();
+      store_->settled();
+    }
   } else {
     ++counters_.unknown;
   }

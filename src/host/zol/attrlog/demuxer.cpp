@@ -88,6 +88,19 @@ std::vector<Ptr<Entity>> Demuxer::receivedWithoutHolder() const {
   return found;
 }
 
+void Demuxer::sweptIs(Ptr<Entity> const& child) {
+  if (!child->zolParent() && !child->zolNboAttrLogSa(out_)) swept_.push_back(child);
+}
+
+void Demuxer::sweepEnds() {
+  std::vector<Ptr<Entity>> ending;
+  std::erase_if(swept_, [&](Ptr<Entity> const& child) {
+    if (child->references() > 1) return false;
+    ending.push_back(child);
+    return true;
+  });
+}
+
 void Demuxer::idDel(EntityId id) {
   if (reactors_.erase(id.value) != 0 && id.fromPeer()) --boundByPeer_;
   flowIns_.erase(id.value);

@@ -57,6 +57,14 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   [[nodiscard]] std::vector<Ptr<Entity>> receivedWithoutHolder() const;
   [[nodiscard]] std::size_t reactorCount() const noexcept { return reactors_.size(); }
 
+  // A child that this connection did not know has been swept out of its holder. When something else
+  // refers to it still at the end of the sweep, the peer may be about to announce it without a
+  // holder: it is kept until `sweptDel`.
+  void sweptIs(Ptr<Entity> const& child);
+  void sweepEnds();
+  // Gives what is kept so.
+  [[nodiscard]] std::vector<Ptr<Entity>> sweptDel() noexcept { return std::move(swept_); }
+
   // Binds an adapter to an id of the peer; see `StreamAdapter::doEntityIdIs`.
   void bind(Entity::ZolNboAttrLogSa& adapter, EntityId id);
   // Refuses an id that a peer must not announce for a child of `parent`.
@@ -152,6 +160,7 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   // The entity that the running flow-out waits for, and those that adapters wait for.
   Entity const* awaited_ = nullptr;
   std::unordered_multimap<Entity const*, EntityId> waiters_;
+  std::vector<Ptr<Entity>> swept_;
   std::size_t maxMembers_ = 1000000;
   std::uint64_t turnEnd_ = 0;
   bool stopped_ = false;
