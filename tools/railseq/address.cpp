@@ -99,8 +99,8 @@ enum class Waited { ready, stopped, late };
   for (;;) {
     auto const left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
     std::array<pollfd, 2> waited{pollfd{fd, POLLOUT, 0}, pollfd{stopFd, POLLIN, 0}};
-    int const count =
-        ::poll(waited.data(), waited.size(), std::clamp(static_cast<int>(left.count()), 0, 1000));
+    auto const wait = static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1000));
+    int const count = ::poll(waited.data(), waited.size(), wait);
     if (count > 0) return waited[1].revents != 0 ? Waited::stopped : Waited::ready;
     if (Clock::now() >= deadline) return Waited::late;
   }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/zol/exception.h"
+#include "railseq/command_error.h"
 #include "railseq/commands.h"
 #include "railseq/demo.h"
 
@@ -166,6 +167,9 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     return run(argc, argv);
+  } catch (RailSeq::CommandError const& error) {
+    std::cerr << "railseq: " << error.what() << '\n';
+    return static_cast<int>(error.code());
   } catch (Zol::Exception const& error) {
     std::cerr << "railseq: " << error.what() << '\n';
     return kRefused;
