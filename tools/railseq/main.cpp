@@ -1,5 +1,6 @@
 // The command line of railseq.
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <chrono>
 #include <exception>
 #include <functional>
@@ -39,6 +40,14 @@ constexpr char const* kExitCodes =
     "bad "
     "usage; 3 the process cannot be reached or has gone; 4 timed out.";
 constexpr double kLongestTimeout = 1e9;
+
+// What is wrong with a timeout; a range of CLI11 takes "nan".
+std::string badTimeout(std::string const& text) {
+  double seconds = -1;
+  std::from_chars(text.data(), text.data() + text.size(), seconds);
+  bool const isGood = seconds >= 0 && seconds <= kLongestTimeout;
+  return isGood ? "" : "found " + text + ", expected seconds from 0 to 1000000000";
+}
 
 struct Tool {
   CLI::App app{"Hosts and shows the shared state model of power-sequencing controllers."};
@@ -88,7 +97,7 @@ struct Tool {
   CLI::Option* addTimeout(CLI::App& sub, char const* what) {
     return sub.add_option("--timeout", line.timeout, what)
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.0, kLongestTimeout));
+        ->check(&badTimeout);
   }
   // The first word, when it is one and no board was given.
   void takeAddress() {
