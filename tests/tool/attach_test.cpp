@@ -103,6 +103,12 @@ TEST_F(Attached, WhatIsSetAtAWritableOneIsSeenByEachWatch) {
   EXPECT_EQ(change["before"], true);
   EXPECT_EQ(change["after"], false);
   EXPECT_THAT(tree.awaits(" = false\n"), StartsWith("--- 2"));
+  // A text that differs only far behind its beginning differs.
+  std::string const longText(200, 'x');
+  for (char const* const end : {"1", "2"}) {
+    EXPECT_EQ(at("set", "'" + kMain + "/description=" + longText + end + "'").exitCode, 0);
+    first->awaits("/description: ");
+  }
   // Of several assignments all are made, or none.
   EXPECT_EQ(at("set", "'" + kMain + "/ready=false' '" + kMain + "/ready=maybe'").exitCode, 1);
   EXPECT_EQ(at("get", "'" + kMain + "/ready'").output, "true\n");
@@ -249,6 +255,7 @@ TEST(Addresses, AreReadAndWritten) {
   }
   EXPECT_EQ(railseq("tree tcp:localhost:0").exitCode, 2);
   EXPECT_EQ(railseq("watch nowhere").exitCode, 2);
+  EXPECT_EQ(railseq("get unix:/nonexistent").exitCode, 2);
   EXPECT_EQ(railseq("health unix:/nonexistent").exitCode, 3);
   EXPECT_EQ(railseq("get --timeout nan unix:/nonexistent x").exitCode, 2);
 }

@@ -28,7 +28,7 @@ struct Change {
   Value after;
 
   [[nodiscard]] bool isEffective() const {
-    return !before || !after || quotedText(before) != quotedText(after);
+    return !before || !after || shownText(before) != shownText(after);
   }
   // A reference that was entered into a collection, whose path alone does not lead to it.
   [[nodiscard]] bool isEntry() const { return !after; }
@@ -76,7 +76,7 @@ struct Change {
                               Change const& change) {
   if (change.isEntry()) return entries(there, change) == entries(here, change);
   Value const value = valueAt(there, change.path);
-  return value && quotedText(value) == quotedText(change.after);
+  return value && shownText(value) == shownText(change.after);
 }
 
 void requireWritable(Trees const& trees, Change const& change) {
@@ -121,7 +121,7 @@ void awaitSource(Trees const& trees, std::vector<Change> const& changes,
   };
   if (require(second, second.pumpUntil(isThere, deadline))) return;
   Value const value = missing->isEntry() ? nullptr : valueAt(there, missing->path);
-  timedOut(missing->path + " has not become " + missing->value +
+  timedOut(missing->path + " has not become " + inQuotes(missing->value) +
            (value ? ", it is " + quotedText(value) : ""));
 }
 

@@ -67,13 +67,16 @@ struct Tool {
   }
   // A command on the paths of a board or of a process.
   CLI::App& treeCommand(char const* name, char const* what, std::string const& footer,
-                        std::function<int()> run) {
-    CLI::App& sub =
-        command(name, what, footer + kPathHelp + kAddressHelp + kExitCodes, [this, name, run] {
+                        std::function<int()> run, bool needsWords = true) {
+    CLI::App& sub = command(
+        name, what, footer + kPathHelp + kAddressHelp + kExitCodes, [this, name, run, needsWords] {
           takeAddress();
           if (line.board.empty() && line.address.empty()) {
             throw RailSeq::InputError(name,
                                       "expected --board FILE, or an ADDRESS as the first word");
+          }
+          if (needsWords && line.words.empty()) {
+            throw RailSeq::InputError(name, "expected a word behind the ADDRESS");
           }
           return run();
         });
@@ -184,7 +187,8 @@ void addCommands(Tool& tool) {
           throw RailSeq::InputError("tree", "--follow needs an ADDRESS");
         }
         return RailSeq::runTreeFollow(tool.watchOptions());
-      });
+      },
+      false);
   tree.add_flag("--json", tool.line.json, "Answer in JSON");
   tree.add_flag("--follow", tool.follows, "Print it again behind changes, until it is ended");
   tool.addReconnect(tree);
@@ -289,7 +293,7 @@ void addAttached(Tool& tool) {
   CLI::Option* const timeout =
       tool.addTimeout(wait, "Seconds to wait at most; without it there is no end");
   wait.callback([&tool, timeout] {
-    if (timeout->count() == 0) tool.line.timeout = 0;
+    if (timeout->count() == 0) tool.line.timeout = -1;
   });
   tool.addReconnect(wait);
 

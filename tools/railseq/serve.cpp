@@ -27,9 +27,15 @@ constexpr std::chrono::milliseconds kAliveEvery{2000};
 constexpr std::chrono::milliseconds kStaleAfter{10000};
 // So long a peer may take to say what it wants, and to read a report.
 constexpr std::chrono::seconds kPatience{5};
+// So long when others wait to be taken in.
+constexpr std::chrono::seconds kShortPatience{1};
+// The listener is left alone so long when all places are taken, and when the system fails.
+constexpr std::chrono::milliseconds kFullPause{20};
+constexpr std::chrono::seconds kFailurePause{1};
 // No wait is longer: signs of life go out, and who says nothing is noticed.
 constexpr int kLongestWait = 500;
-// Attached peers; more are refused. Of those that have not said hello the oldest goes.
+constexpr int kWaitForPlace = 20;
+// Attached peers, beyond which more are refused, and those that have not said hello.
 constexpr std::size_t kMostAttached = 64;
 constexpr std::size_t kMostUnknown = 32;
 constexpr std::size_t kMostRemembered = 16;
@@ -101,24 +107,32 @@ bool Server::wait(bool isBusy) {
     auto const events = static_cast<short>(peer->wantsWrite() ? POLLIN | POLLOUT : POLLIN);
     waited.push_back({peer->fd(), events, 0});
   }
-  ::poll(waited.data(), waited.size(), isBusy ? 0 : kLongestWait);
+  ::poll(waited.data(), waited.size(), isBusy ? 0 : accepts ? kLongestWait : kWaitForPlace);
   return waited.front().revents == 0;
 }
 
+// Who says nothing makes room for others, though not at once: who has just come may have said
+// hello.
 void Server::acceptAll() {
-  if (Clock::now() < acceptsFrom_) return;
+  auto const isUnknown = [](auto const& each) { return each->isUnknown(); };
   try {
-    while (std::optional<Listener::Peer> peer = listener_.accept()) {
-      auto const isUnknown = [](auto const& each) { return each->isUnknown(); };
+    while (Clock::now() >= acceptsFrom_) {
       if (static_cast<std::size_t>(std::ranges::count_if(peers_, isUnknown)) >= kMostUnknown) {
-        (*std::ranges::find_if(peers_, isUnknown))->end("too many others have come");
+        ServedPeer& oldest = **std::ranges::find_if(peers_, isUnknown);
+        if (Clock::now() - oldest.since() < kShortPatience) {
+          acceptsFrom_ = Clock::now() + kFullPause;
+          return;
+        }
+        oldest.end("no hello, and others wait");
         dropEnded();
       }
+      std::optional<Listener::Peer> peer = listener_.accept();
+      if (!peer) return;
       peers_.push_back(std::make_unique<ServedPeer>(std::move(*peer)));
     }
   } catch (CommandError const& error) {
     complain(error.what());
-    acceptsFrom_ = Clock::now() + std::chrono::seconds(1);
+    acceptsFrom_ = Clock::now() + kFailurePause;
   }
 }
 

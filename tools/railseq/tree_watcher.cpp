@@ -168,7 +168,9 @@ WatchedEntity::Content WatchedEntity::contentOf(ZolAttr const& attr, Place const
 }
 
 ShownValue WatchedEntity::shown(Ptr<GenericIf> const& value) const {
-  return {quotedText(value), watcher_.withJson_ ? valueJson(value) : Json()};
+  ValueKind const kind = value ? kindOfValue(*value->type()) : ValueKind::entity;
+  return {shownText(value), kind == ValueKind::text || kind == ValueKind::name,
+          watcher_.withJson_ ? valueJson(value) : Json()};
 }
 
 void WatchedEntity::tellAll() const {
@@ -284,7 +286,7 @@ void TreeWatcher::tellAll() const {
 }
 
 std::string changeText(TreeChange const& change) {
-  auto const text = [](ShownValue const* value) { return value ? value->text : "nothing"; };
+  auto const text = [](ShownValue const* value) { return value ? value->shortText() : "nothing"; };
   switch (change.kind) {
     case TreeChange::Kind::added:
       return change.path + " added";

@@ -10,13 +10,18 @@
 #include <string>
 #include <vector>
 
+#include "railseq/input_error.h"
 #include "railseq/tree_json.h"
 
 namespace RailSeq {
 
 // A value as text and, where it was asked for, as JSON.
 struct ShownValue {
+  // In quotes and cut where it is a text.
+  [[nodiscard]] std::string shortText() const { return isText ? inQuotes(text) : text; }
+
   std::string text;
+  bool isText = false;
   Json json;
 };
 

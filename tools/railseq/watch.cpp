@@ -216,7 +216,7 @@ class Wait final : Follower {
     }
     path_ = word.substr(0, mark);
     wanted_ = word.substr(mark + 1);
-    if (options.line.timeout > 0) follow().deadline = deadlineOf(options.line);
+    if (options.line.timeout >= 0) follow().deadline = deadlineOf(options.line);
     follow().onSynced = [this](Attachment& attachment) {
       attached(attachment);
       attachment_ = &attachment;

@@ -6,7 +6,7 @@
 namespace RailSeq {
 
 struct WatchOptions {
-  // Its timeout counts for `wait` alone; 0 is none.
+  // Its timeout counts for `wait` alone; below 0 there is none.
   CommandLine line;
   // Tell what there is, too.
   bool tellsInitial = false;
