@@ -34,7 +34,8 @@ constexpr std::chrono::milliseconds kFullPause{20};
 constexpr std::chrono::seconds kFailurePause{1};
 // No wait is longer: signs of life go out, and who says nothing is noticed.
 constexpr int kLongestWait = 500;
-constexpr int kWaitForPlace = 20;
+// For what cannot be polled.
+constexpr int kShortWait = 20;
 // Attached peers, beyond which more are refused, and those that have not said hello.
 constexpr std::size_t kMostAttached = 64;
 constexpr std::size_t kMostUnknown = 32;
@@ -102,12 +103,17 @@ int Server::run() {
 
 bool Server::wait(bool isBusy) {
   bool const accepts = Clock::now() >= acceptsFrom_;
+  int longest = isBusy ? 0 : accepts ? kLongestWait : kShortWait;
   std::vector<pollfd> waited{{stop_.fd(), POLLIN, 0}, {accepts ? listener_.fd() : -1, POLLIN, 0}};
   for (auto const& peer : peers_) {
+    if (peer->isHalfGreeted()) {
+      longest = std::min(longest, kShortWait);
+      continue;
+    }
     auto const events = static_cast<short>(peer->wantsWrite() ? POLLIN | POLLOUT : POLLIN);
     waited.push_back({peer->fd(), events, 0});
   }
-  ::poll(waited.data(), waited.size(), isBusy ? 0 : accepts ? kLongestWait : kWaitForPlace);
+  ::poll(waited.data(), waited.size(), longest);
   return waited.front().revents == 0;
 }
 

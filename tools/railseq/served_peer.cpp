@@ -36,7 +36,8 @@ bool ServedPeer::hasGreeted() {
     return false;
   }
   wantsReport_ = bytes == kHealthRequest;
-  return wantsReport_ || !kHealthRequest.starts_with(bytes);
+  isHalfGreeted_ = !wantsReport_ && kHealthRequest.starts_with(bytes);
+  return !isHalfGreeted_;
 }
 
 void ServedPeer::attach(Zol::NboAttrLog::ConnectionOptions options) {

@@ -36,6 +36,9 @@ class ServedPeer {
   [[nodiscard]] std::string const& reason() const { return reason_; }
   [[nodiscard]] int fd() const;
   [[nodiscard]] bool wantsWrite() const;
+  // A part of the first bytes is there, and stays there to be looked at: to poll for it would not
+  // wait.
+  [[nodiscard]] bool isHalfGreeted() const { return stage_ == Stage::greeting && isHalfGreeted_; }
 
   // Looks at the first bytes, without taking what is not meant for it; true when they have told
   // what the peer wants: `wantsReport()`, or to attach.
@@ -59,6 +62,7 @@ class ServedPeer {
   Clock::time_point since_ = Clock::now();
   Stage stage_ = Stage::greeting;
   bool wantsReport_ = false;
+  bool isHalfGreeted_ = false;
   Zol::Ptr<Connection> connection_;
   std::string document_;
   std::string reason_;
