@@ -1,27 +1,19 @@
 // The command line of railseq.
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <chrono>
 #include <exception>
-#include <functional>
 #include <iostream>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "host/zol/exception.h"
-#include "railseq/address.h"
 #include "railseq/command_error.h"
-#include "railseq/commands.h"
+#include "railseq/command_set.h"
 #include "railseq/demo.h"
-#include "railseq/health.h"
 #include "railseq/input_error.h"
-#include "railseq/serve.h"
-#include "railseq/watch.h"
 
 namespace {
 
-using RailSeq::CommandLine;
+using RailSeq::CommandSet;
 
 using RailSeq::ExitCode;
 
@@ -29,103 +21,7 @@ constexpr int kRefused = static_cast<int>(ExitCode::refused);
 constexpr int kBadUsage = static_cast<int>(ExitCode::badInput);
 constexpr unsigned int kLongestPause = 60000;
 
-constexpr char const* kPathHelp =
-    "\nA path begins with the name of a root; each further step is an attribute, with the key of a "
-    "member in brackets. railseq tree shows them all.\n";
-constexpr char const* kAddressHelp =
-    "\nADDRESS is that of a process that hosts trees, such as railseq serve: unix:PATH or "
-    "tcp:HOST:PORT.\n";
-constexpr char const* kExitCodes =
-    "\nExit codes: 0 good; 1 a path or a value that cannot be; 2 a bad board file or address, or "
-    "bad "
-    "usage; 3 the process cannot be reached or has gone; 4 timed out.";
-constexpr double kLongestTimeout = 1e9;
-
-// What is wrong with a timeout; a range of CLI11 takes "nan".
-std::string badTimeout(std::string const& text) {
-  double seconds = -1;
-  std::from_chars(text.data(), text.data() + text.size(), seconds);
-  bool const isGood = seconds >= 0 && seconds <= kLongestTimeout;
-  return isGood ? "" : "found " + text + ", expected seconds from 0 to 1000000000";
-}
-
-struct Tool {
-  CLI::App app{"Hosts and shows the shared state model of power-sequencing controllers."};
-  CommandLine line;
-  unsigned int pause = 0;
-  RailSeq::ServeOptions serve;
-  RailSeq::WatchOptions watch;
-  bool follows = false;
-  bool endsWithPeer = false;
-
-  CLI::App& command(char const* name, char const* what, std::string const& footer,
-                    std::function<int()> run) {
-    CLI::App* const sub = app.add_subcommand(name, what);
-    sub->footer(footer);
-    runs.emplace_back(sub, std::move(run));
-    return *sub;
-  }
-  // A command on the paths of a board or of a process.
-  CLI::App& treeCommand(char const* name, char const* what, std::string const& footer,
-                        std::function<int()> run, bool needsWords = true) {
-    CLI::App& sub = command(
-        name, what, footer + kPathHelp + kAddressHelp + kExitCodes, [this, name, run, needsWords] {
-          takeAddress();
-          if (line.board.empty() && line.address.empty()) {
-            throw RailSeq::InputError(name,
-                                      "expected --board FILE, or an ADDRESS as the first word");
-          }
-          if (needsWords && line.words.empty()) {
-            throw RailSeq::InputError(name, "expected a word behind the ADDRESS");
-          }
-          return run();
-        });
-    addBoard(sub, "Board description, a JSON file of either form");
-    return sub;
-  }
-  // A command on a process alone.
-  CLI::App& addressCommand(char const* name, char const* what, std::string const& footer,
-                           std::function<int()> run) {
-    CLI::App& sub = command(name, what, footer, std::move(run));
-    sub.add_option("ADDRESS", line.address, "unix:PATH or tcp:HOST:PORT")
-        ->type_name("")
-        ->required();
-    sub.add_flag("--json", line.json, "Answer in JSON");
-    return sub;
-  }
-  void addBoard(CLI::App& sub, char const* what) {
-    sub.add_option("--board", line.board, what)->type_name("FILE");
-    addTimeout(sub, "Seconds that a process may take to answer, by default 10");
-  }
-  CLI::Option* addTimeout(CLI::App& sub, char const* what) {
-    return sub.add_option("--timeout", line.timeout, what)
-        ->type_name("SECONDS")
-        ->check(&badTimeout);
-  }
-  // The first word, when it is one and no board was given.
-  void takeAddress() {
-    if (!line.board.empty() || line.words.empty()) return;
-    if (!RailSeq::isAddress(line.words.front())) return;
-    line.address = line.words.front();
-    line.words.erase(line.words.begin());
-  }
-  [[nodiscard]] RailSeq::WatchOptions const& watchOptions() {
-    watch.line = line;
-    watch.reconnects = !endsWithPeer;
-    return watch;
-  }
-  void addReconnect(CLI::App& sub) {
-    sub.add_flag("--no-reconnect", endsWithPeer,
-                 "End with exit code 3 when the process is lost, in place of trying again");
-  }
-  CLI::Option& words(CLI::App& sub, char const* name, char const* what) {
-    return *sub.add_option(name, line.words, what)->type_name("");
-  }
-
-  std::vector<std::pair<CLI::App*, std::function<int()>>> runs;
-};
-
-void addCommands(Tool& tool) {
+void addCommands(CommandSet& tool) {
   CLI::App& demo = tool.command(
       "demo", "Load a board, mirror it in a second process, make changes and compare both trees.",
       "Example:\n  railseq demo examples/boards/switch-2ucd.json\n\n"
@@ -235,82 +131,8 @@ void addCommands(Tool& tool) {
   tool.words(complete, "WORDS", "ADDRESS, then what is there of the path").expected(0, 2);
 }
 
-void addServe(Tool& tool) {
-  CLI::App& serve = tool.command(
-      "serve", "Host the trees of a board for any number of peers, until SIGINT or SIGTERM.",
-      "Examples:\n"
-      "  railseq serve examples/boards/switch-2ucd.json --listen unix:/tmp/agent\n"
-      "  railseq serve examples/boards/switch-2ucd.json --listen tcp:[::1]:0 --writable\n\n"
-      "Prints \"serving ROOT, ROOT at ADDRESS\" once it listens; of a port 0, with the port that "
-      "was "
-      "free. Everybody who can connect can read, and with --writable write: there is no "
-      "password.\n\n"
-      "Exit codes: 0 ended by a signal; 1 it cannot listen there; 2 a bad board file or address, "
-      "or "
-      "bad usage.",
-      [&tool] { return RailSeq::runServe(tool.serve); });
-  serve.add_option("BOARD", tool.serve.board, "Board description, a JSON file of either form")
-      ->type_name("")
-      ->required();
-  serve.add_option("--listen", tool.serve.address, "unix:PATH or tcp:HOST:PORT")
-      ->type_name("ADDRESS")
-      ->required();
-  serve.add_flag("--writable", tool.serve.isWritable, "Peers may write");
-}
-
-void addAttached(Tool& tool) {
-  CLI::App& watch = tool.addressCommand(
-      "watch", "Print each change of attributes and members as it comes, until it is ended.",
-      std::string("Examples:\n"
-                  "  railseq watch unix:/run/agent\n"
-                  "  railseq watch unix:/run/agent --json 'switch/realUcd9012Controller[main]'\n"
-                  "\nWhen the process goes, it is tried again, at most 5 s later each time; what "
-                  "differs then is printed.\n") +
-          kAddressHelp +
-          "\nExit codes: 0 ended by a signal, or its output was closed; 1 a path that cannot be; 2 "
-          "a "
-          "bad address, or bad usage; 3 with --no-reconnect, the process cannot be reached or has "
-          "gone.",
-      [&tool] { return RailSeq::runWatch(tool.watchOptions()); });
-  tool.words(watch, "PATH", "What to watch, with all below; without a path, all");
-  watch.add_flag("--initial", tool.watch.tellsInitial, "Print all values first");
-  tool.addReconnect(watch);
-
-  CLI::App& wait = tool.addressCommand(
-      "wait", "Wait until an attribute has a value.",
-      std::string("Example:\n"
-                  "  railseq wait unix:/run/agent --timeout 30 "
-                  "'switch/realUcd9012Controller[main]/ready=true'\n"
-                  "\nThe path may come into being later, and so may the process.\n") +
-          kAddressHelp +
-          "\nExit codes: 0 it has the value; 1 ended by a signal, or a value that it can never "
-          "have; "
-          "2 a bad address, or bad usage; 3 with --no-reconnect, the process cannot be reached or "
-          "has "
-          "gone; 4 timed out.",
-      [&tool] { return RailSeq::runWait(tool.watchOptions()); });
-  tool.words(wait, "PATH=VALUE", "The value as get prints it").required()->expected(1);
-  CLI::Option* const timeout =
-      tool.addTimeout(wait, "Seconds to wait at most; without it there is no end");
-  wait.callback([&tool, timeout] {
-    if (timeout->count() == 0) tool.line.timeout = -1;
-  });
-  tool.addReconnect(wait);
-
-  CLI::App& health =
-      tool.addressCommand("health", "Print how a serving process sees each of its connections.",
-                          std::string("Examples:\n  railseq health unix:/run/agent\n"
-                                      "  railseq health --json tcp:127.0.0.1:7000\n") +
-                              kAddressHelp +
-                              "\nExit codes: 0 good; 1 the process gives no report; 2 a bad "
-                              "address, or bad usage; 3 it "
-                              "cannot be reached; 4 timed out.",
-                          [&tool] { return RailSeq::runHealth(tool.line, std::cout); });
-  tool.addTimeout(health, "Seconds that the process may take to answer, by default 10");
-}
-
 int run(int argc, char** argv) {
-  Tool tool;
+  CommandSet tool;
   tool.app.name("railseq");
   tool.app.require_subcommand(0, 1);
   tool.app.footer(
@@ -318,8 +140,7 @@ int run(int argc, char** argv) {
       "railseq COMMAND --help tells more. Exit codes: 0 good; 1 see the command; 2 bad input or "
       "usage; 3 a process cannot be reached or has gone; 4 timed out.");
   addCommands(tool);
-  addServe(tool);
-  addAttached(tool);
+  RailSeq::addAttachingCommands(tool);
   try {
     tool.app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
