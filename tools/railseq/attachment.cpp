@@ -7,6 +7,7 @@
 #include <array>
 
 #include "railseq/command_error.h"
+#include "railseq/wording.h"
 
 namespace RailSeq {
 
@@ -61,7 +62,8 @@ std::vector<Zol::Ptr<Zol::Entity>> Attachment::roots() const {
 }
 
 std::string Attachment::lossReason() const {
-  return options_.address.text() + ": " + (connection_ ? connection_->error() : "not connected");
+  return options_.address.text() + ": " +
+         (connection_ ? printable(connection_->error()) : "not connected");
 }
 
 Attachment::End Attachment::pumpUntil(std::function<bool()> const& condition,

@@ -14,6 +14,7 @@
 #include "railseq/command_error.h"
 #include "railseq/served_peer.h"
 #include "railseq/stop_signal.h"
+#include "railseq/wording.h"
 
 namespace RailSeq {
 
@@ -84,8 +85,7 @@ int Server::run() {
     if (!names.empty()) names += ", ";
     names += root->name().view();
   }
-  std::cout << "serving " << names << " at " << listener_.address().text()
-            << (isWritable_ ? " for writing" : "") << std::endl;
+  std::cout << "serving " << names << " at " << listener_.address().text() << std::endl;
   bool isBusy = false;
   while (wait(isBusy)) {
     acceptAll();
@@ -178,7 +178,7 @@ void Server::turn(ServedPeer& peer) {
 }
 
 void Server::tellGone(ServedPeer const& peer) const {
-  std::string const& reason = peer.reason();
+  std::string const reason = printable(peer.reason());
   bool const inOrder = reason.starts_with("the peer has gone") || reason == "closed by the peer";
   if (peer.isAnnounced && inOrder) {
     std::cout << peer.name() << " gone: " << reason << std::endl;

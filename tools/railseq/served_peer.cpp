@@ -6,6 +6,8 @@
 #include <array>
 #include <cerrno>
 
+#include "railseq/wording.h"
+
 namespace RailSeq {
 
 using Zol::NboAttrLog::ConnectionState;
@@ -17,7 +19,7 @@ bool ServedPeer::isUnknown() const {
 
 std::string ServedPeer::name() const {
   if (!connection_ || connection_->peerName().empty()) return name_;
-  return name_ + " (" + std::string(connection_->peerName().view()) + ")";
+  return name_ + " (" + printable(connection_->peerName().view()) + ")";
 }
 
 int ServedPeer::fd() const { return connection_ ? connection_->fd() : socket_.get(); }
