@@ -62,11 +62,16 @@ TEST(BashCompletion, OffersCommandsOptionsFilesPathsAndValues) {
   std::string const get = "railseq get --board switch-2ucd.json ";
   std::string const main = "switch/realUcd9012Controller[main]";
   std::pair<std::string, std::string> const lines[] = {
-      {"railseq ", "demo get set count tree types lint complete --help"},
+      {"railseq ", "demo serve get set count tree watch wait health types lint complete --help"},
       {"railseq co", "count complete"},
-      {"railseq set --", "--help --board --json --tree"},
+      {"railseq set --", "--help --board --timeout --json --tree"},
       {"railseq nonsense --", ""},
       {"railseq lint sw", "switch-2ucd.json"},
+      {"railseq serve ser", "server-ucd90320.json"},
+      {"railseq serve b --listen ", "unix: tcp:"},
+      {"railseq watch ", "unix: tcp:"},
+      {"railseq watch unix:ser", "server-ucd90320.json"},
+      {"railseq get unix:missing sw", ""},
       {"railseq tree --board ser", "server-ucd90320.json"},
       {"railseq tree --board=ser", "server-ucd90320.json"},
       {get, "switch switch-status"},

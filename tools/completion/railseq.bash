@@ -1,5 +1,5 @@
-# Completes the command line of railseq in bash: commands, options, board files, and the paths, keys
-# and values of the board that the line names.
+# Completes the command line of railseq in bash: commands, options, board files, sockets, and the
+# paths, keys and values of the board or the process that the line names.
 
 # Prints the board that the words name by --board, if any.
 _railseq_board() {
@@ -17,6 +17,14 @@ _railseq_board() {
         return
         ;;
     esac
+  done
+}
+
+# Prints the address among the words, if any.
+_railseq_address() {
+  local word
+  for word in "$@"; do
+    [[ $word == unix:* || $word == tcp:* ]] && printf '%s' "$word" && return
   done
 }
 
@@ -48,17 +56,22 @@ _railseq() {
   COMPREPLY=()
 
   if ((last == 1)); then
-    mapfile -t COMPREPLY < <(compgen -W 'demo get set count tree types lint complete --help' -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W 'demo serve get set count tree watch wait health types lint complete --help' -- "$current")
     return
   fi
 
   local options=--help
   case $command in
     demo) options+=' --pause' ;;
-    get | count | tree | types) options+=' --board --json' ;;
-    set) options+=' --board --json --tree' ;;
+    serve) options+=' --listen --writable' ;;
+    get | count | types) options+=' --board --timeout --json' ;;
+    tree) options+=' --board --timeout --json --follow --no-reconnect' ;;
+    set) options+=' --board --timeout --json --tree' ;;
+    watch) options+=' --json --initial --no-reconnect' ;;
+    wait) options+=' --json --timeout --no-reconnect' ;;
+    health) options+=' --json --timeout' ;;
     lint) options+=' --json' ;;
-    complete) options+=' --board' ;;
+    complete) options+=' --board --timeout' ;;
     *) return ;;
   esac
 
@@ -68,18 +81,33 @@ _railseq() {
     _railseq_files "${current#--board=}"
   elif [[ $current == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
-  elif [[ $command == demo || $command == lint ]]; then
+  elif [[ $current == unix:* ]]; then
+    compopt -o nospace 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -P unix: -f -- "${current#unix:}")
+    _railseq_trim "$current"
+  elif [[ $previous == --listen ]]; then
+    compopt -o nospace 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -W 'unix: tcp:' -- "$current")
+  elif [[ $command == demo || $command == lint || $command == serve ]]; then
     _railseq_files "$current"
   else
-    local board
+    local board address
     board=$(_railseq_board "${words[@]:0:last}")
-    if [[ $command == types && -z $board ]]; then
+    address=$(_railseq_address "${words[@]:2:last-2}")
+    if [[ -z $board && -z $address && $command != types && $command != complete ]]; then
+      compopt -o nospace 2>/dev/null
+      mapfile -t COMPREPLY < <(compgen -W 'unix: tcp:' -- "$current")
+      return
+    fi
+    [[ $command == health ]] && return
+    if [[ $command == types && -z $board && -z $address ]]; then
       mapfile -t COMPREPLY < <(compgen -W "$("$program" types 2>/dev/null | awk 'NR > 1 { print $1 }')" -- "$current")
       return
     fi
     # More of the path, or a value, may follow each completion but a value itself.
     [[ $current == *=* ]] || compopt -o nospace 2>/dev/null
-    mapfile -t COMPREPLY < <("$program" complete ${board:+--board "$board"} "$current" 2>/dev/null)
+    mapfile -t COMPREPLY < <("$program" complete ${board:+--board "$board"} \
+      ${address:+--timeout 1 "$address"} "$current" 2>/dev/null)
     _railseq_trim "$current"
   fi
 }

@@ -2,61 +2,26 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <exception>
-#include <functional>
 #include <iostream>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "host/zol/exception.h"
-#include "railseq/commands.h"
+#include "railseq/command_error.h"
+#include "railseq/command_set.h"
 #include "railseq/demo.h"
+#include "railseq/input_error.h"
 
 namespace {
 
-using RailSeq::CommandLine;
+using RailSeq::CommandSet;
 
-constexpr int kRefused = 1;
-constexpr int kBadUsage = 2;
+using RailSeq::ExitCode;
+
+constexpr int kRefused = static_cast<int>(ExitCode::refused);
+constexpr int kBadUsage = static_cast<int>(ExitCode::badInput);
 constexpr unsigned int kLongestPause = 60000;
 
-constexpr char const* kPathHelp =
-    "\nA path begins with the name of a root; each further step is an attribute, with the key of a "
-    "member in brackets. railseq tree shows them all.\n";
-constexpr char const* kExitCodes =
-    "\nExit codes: 0 good; 1 a path or a value that cannot be; 2 a bad board file, or bad usage.";
-
-struct Tool {
-  CLI::App app{"Hosts and shows the shared state model of power-sequencing controllers."};
-  CommandLine line;
-  unsigned int pause = 0;
-
-  CLI::App& command(char const* name, char const* what, std::string const& footer,
-                    std::function<int()> run) {
-    CLI::App* const sub = app.add_subcommand(name, what);
-    sub->footer(footer);
-    runs.emplace_back(sub, std::move(run));
-    return *sub;
-  }
-  // A command on the paths of a board.
-  CLI::App& boardCommand(char const* name, char const* what, std::string const& footer,
-                         int (*run)(CommandLine const&, std::ostream&)) {
-    CLI::App& sub = command(name, what, footer + kPathHelp + kExitCodes,
-                            [this, run] { return run(line, std::cout); });
-    sub.add_option("--board", line.board, "Board description, a JSON file of either form")
-        ->type_name("FILE")
-        ->required();
-    sub.add_flag("--json", line.json, "Answer in JSON");
-    return sub;
-  }
-  CLI::Option& words(CLI::App& sub, char const* name, char const* what) {
-    return *sub.add_option(name, line.words, what)->type_name("");
-  }
-
-  std::vector<std::pair<CLI::App*, std::function<int()>>> runs;
-};
-
-void addCommands(Tool& tool) {
+void addCommands(CommandSet& tool) {
   CLI::App& demo = tool.command(
       "demo", "Load a board, mirror it in a second process, make changes and compare both trees.",
       "Example:\n  railseq demo examples/boards/switch-2ucd.json\n\n"
@@ -69,41 +34,61 @@ void addCommands(Tool& tool) {
   demo.add_option("--pause", tool.pause, "Milliseconds to wait behind each change, to read along")
       ->check(CLI::Range(kLongestPause));
 
-  CLI::App& get = tool.boardCommand(
+  CLI::App& get = tool.treeCommand(
       "get", "Print the values at paths, one a line.",
       "Examples:\n"
+      "  railseq get unix:/run/agent 'switch/realUcd9012Controller[main]/location'\n"
       "  railseq get --board b.json 'switch/realUcd9012Controller[main]/location'\n"
       "  railseq get --board b.json --json 'switch/dexoDesc[main-bus]/busId'\n",
-      &RailSeq::runGet);
-  tool.words(get, "PATH", "Paths of values").required();
+      [&tool] { return RailSeq::runGet(tool.line, std::cout); });
+  get.add_flag("--json", tool.line.json, "Answer in JSON");
+  tool.words(get, "WORDS", "ADDRESS, then paths of values").required();
 
-  CLI::App& set = tool.boardCommand(
-      "set", "Set attributes in the order given, and print what changed. The file stays as it is.",
+  CLI::App& set = tool.treeCommand(
+      "set",
+      "Set attributes in the order given, and print what changed. A board file stays as it is; a "
+      "process must be served for writing, and has taken all when this ends with 0.",
       "Examples:\n"
+      "  railseq set unix:/run/agent 'switch/realUcd9012Controller[main]/ready=true'\n"
       "  railseq set --board b.json 'switch/realUcd9012Controller[main]/pollingEnabled=false'\n"
       "  railseq set --board b.json --tree "
       "'switch/realUcd9012Controller[main]/voltageRail[0]/overrideVoutUvLimit=11.4'\n",
-      &RailSeq::runSet);
-  tool.words(set, "PATH=VALUE", "Assignments").required();
+      [&tool] { return RailSeq::runSet(tool.line, std::cout); });
+  set.add_flag("--json", tool.line.json, "Answer in JSON");
+  tool.words(set, "WORDS", "ADDRESS, then assignments PATH=VALUE").required();
   set.add_flag("--tree", tool.line.tree, "Show the trees afterwards");
 
-  CLI::App& count = tool.boardCommand(
+  CLI::App& count = tool.treeCommand(
       "count", "Print the numbers of members of attributes with keys, one a line.",
-      "Example:\n"
+      "Examples:\n"
+      "  railseq count tcp:[::1]:7000 'switch/realUcd9012Controller'\n"
       "  railseq count --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n",
-      &RailSeq::runCount);
-  tool.words(count, "PATH", "Paths of attributes, without a key at the end").required();
+      [&tool] { return RailSeq::runCount(tool.line, std::cout); });
+  count.add_flag("--json", tool.line.json, "Answer in JSON");
+  tool.words(count, "WORDS", "ADDRESS, then paths of attributes, without a key at the end")
+      .required();
 
-  CLI::App& tree = tool.boardCommand(
+  CLI::App& tree = tool.treeCommand(
       "tree",
       "Print what stands at paths and below; without a path, all. With --json and without "
       "a path, that is a board file again.",
       "Examples:\n"
-      "  railseq tree --board b.json\n"
+      "  railseq tree unix:/run/agent\n"
+      "  railseq tree unix:/run/agent --follow 'switch/realUcd9012Controller[main]'\n"
       "  railseq tree --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n"
       "  railseq tree --board public-form.json --json > own-form.json\n",
-      &RailSeq::runTree);
-  tool.words(tree, "PATH", "Paths");
+      [&tool] {
+        if (!tool.follows) return RailSeq::runTree(tool.line, std::cout);
+        if (tool.line.address.empty()) {
+          throw RailSeq::InputError("tree", "--follow needs an ADDRESS");
+        }
+        return RailSeq::runTreeFollow(tool.watchOptions());
+      },
+      false);
+  tree.add_flag("--json", tool.line.json, "Answer in JSON");
+  tree.add_flag("--follow", tool.follows, "Print it again behind changes, until it is ended");
+  tool.addReconnect(tree);
+  tool.words(tree, "WORDS", "ADDRESS, then paths");
 
   CLI::App& types = tool.command(
       "types",
@@ -112,12 +97,16 @@ void addCommands(Tool& tool) {
       std::string("Examples:\n  railseq types\n  railseq types ControllerConfig\n"
                   "  railseq types --board b.json 'switch/realUcd9012Controller[main]'\n\n"
                   "Exit codes: 0 good; 1 no such type, or a path that cannot be; 2 a bad board "
-                  "file, or bad usage."),
-      [&tool] { return RailSeq::runTypes(tool.line, std::cout); });
-  types.add_option("--board", tool.line.board, "Take the names for paths of this board")
-      ->type_name("FILE");
+                  "file or address, or bad usage; 3 the process cannot be reached; 4 timed out."),
+      [&tool] {
+        tool.takeAddress();
+        return RailSeq::runTypes(tool.line, std::cout);
+      });
+  tool.addBoard(types, "Take the names for paths of this board");
   types.add_flag("--json", tool.line.json, "Answer in JSON");
-  tool.words(types, "TYPE", "Bare or full names, such as ControllerConfig; with --board, paths");
+  tool.words(
+      types, "TYPE",
+      "Bare or full names, such as ControllerConfig; with --board or behind an ADDRESS, paths");
 
   CLI::App& lint =
       tool.command("lint", "Check a board description.",
@@ -134,21 +123,24 @@ void addCommands(Tool& tool) {
       "Examples:\n  railseq complete config/dexo\n"
       "  railseq complete --board b.json 'switch/realUcd9012Controller['\n\n"
       "Exit codes: 0 good, also without a completion; 2 a bad board file, or bad usage.",
-      [&tool] { return RailSeq::runComplete(tool.line, std::cout); });
-  complete.add_option("--board", tool.line.board, "Board; without one, the types alone are asked")
-      ->type_name("FILE");
-  tool.words(complete, "START", "What is there of the path").expected(0, 1);
+      [&tool] {
+        tool.takeAddress();
+        return RailSeq::runComplete(tool.line, std::cout);
+      });
+  tool.addBoard(complete, "Board; without one or an ADDRESS, the types alone are asked");
+  tool.words(complete, "WORDS", "ADDRESS, then what is there of the path").expected(0, 2);
 }
 
 int run(int argc, char** argv) {
-  Tool tool;
+  CommandSet tool;
   tool.app.name("railseq");
   tool.app.require_subcommand(0, 1);
   tool.app.footer(
       "Example:\n  railseq tree --board examples/boards/switch-2ucd.json\n\n"
       "railseq COMMAND --help tells more. Exit codes: 0 good; 1 see the command; 2 bad input or "
-      "usage.");
+      "usage; 3 a process cannot be reached or has gone; 4 timed out.");
   addCommands(tool);
+  RailSeq::addAttachingCommands(tool);
   try {
     tool.app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
@@ -166,6 +158,9 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     return run(argc, argv);
+  } catch (RailSeq::CommandError const& error) {
+    std::cerr << "railseq: " << error.what() << '\n';
+    return static_cast<int>(error.code());
   } catch (Zol::Exception const& error) {
     std::cerr << "railseq: " << error.what() << '\n';
     return kRefused;

@@ -1,4 +1,4 @@
-// The order of names that may hold numbers.
+// The order of names that may hold numbers, and texts of others.
 #include "railseq/wording.h"
 
 namespace RailSeq {
@@ -18,6 +18,14 @@ namespace {
 }
 
 }  // namespace
+
+std::string printable(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) {
+    if (static_cast<unsigned char>(c) < 0x20U || c == 0x7f) c = '?';
+  }
+  return result;
+}
 
 bool comesBefore(std::string_view a, std::string_view b) {
   // Different texts never count as equal, also when they hold the same numbers.

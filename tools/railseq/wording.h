@@ -17,6 +17,9 @@ using Zol::suggestion;
   return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
+// The text of another process without the control characters that a terminal would obey.
+[[nodiscard]] std::string printable(std::string_view text);
+
 // Whether `a` comes before `b` in a list for people, where "2" comes before "10".
 [[nodiscard]] bool comesBefore(std::string_view a, std::string_view b);
 
