@@ -180,13 +180,13 @@ void Demuxer::enqueue(Entity::ZolNboAttrLogSa& adapter) {
   adapter.parked_ = false;
   if (adapter.queued_) return;
   adapter.queued_ = true;
-  queue_.emplace_back(&adapter);
+  adapter.queuedAt_ = queue_.emplace(queue_.end(), &adapter);
 }
 
 void Demuxer::dequeue(Entity::ZolNboAttrLogSa& adapter) {
   if (!adapter.queued_) return;
   adapter.queued_ = false;
-  std::erase_if(queue_, [&](auto const& queued) { return queued.get() == &adapter; });
+  queue_.erase(adapter.queuedAt_);
 }
 
 void Demuxer::announcementCommitted(EntityId id) {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <mutex>
 #include <string>
 #include <unordered_map>
@@ -143,7 +143,7 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   std::size_t boundByPeer_ = 0;
   std::unordered_map<std::uint64_t, Ptr<Entity::ZolNboAttrLogSa>> reactors_;
   std::unordered_map<std::uint64_t, Ptr<FlowIn>> flowIns_;
-  std::deque<Ptr<Entity::ZolNboAttrLogSa>> queue_;
+  std::list<Ptr<Entity::ZolNboAttrLogSa>> queue_;
   // The entity that the running flow-out waits for, and those that adapters wait for.
   Entity const* awaited_ = nullptr;
   std::unordered_multimap<Entity const*, EntityId> waiters_;

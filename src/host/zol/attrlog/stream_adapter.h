@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <list>
 #include <vector>
 
 #include "host/zol/attrlog/demuxer.h"
@@ -246,6 +247,7 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   bool needsWalk_ = false;
   bool walkDone_ = false;
   bool queued_ = false;
+  std::list<Ptr<ZolNboAttrLogSa>>::iterator queuedAt_;
   bool parked_ = false;
 };
 
