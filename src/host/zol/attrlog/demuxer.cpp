@@ -139,9 +139,13 @@ void Demuxer::requireAnnounceable(EntityId id, Entity const* parent) const {
   }
 }
 
-bool Demuxer::checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed) {
+void Demuxer::requireNotAnother(EntityId id, Entity const* present) const {
   Entity const* const bound = entity(id);
-  if (keyed && bound && bound != present) refuseId(id, "names another entity");
+  if (bound && bound != present) refuseId(id, "names another entity");
+}
+
+bool Demuxer::checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed) {
+  requireNotAnother(id, present);
   if (!present) return false;
   Ptr<Entity::ZolNboAttrLogSa> const adapter = present->zolNboAttrLogSa(out_);
   if (!adapter || reactor(id) == adapter.get()) return false;

@@ -61,9 +61,10 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   void bind(Entity::ZolNboAttrLogSa& adapter, EntityId id);
   // Refuses an id that a peer must not announce for a child of `parent`.
   void requireAnnounceable(EntityId id, Entity const* parent) const;
+  // Refuses an id that names another entity than the one present in the place of the announced.
+  void requireNotAnother(EntityId id, Entity const* present) const;
   // True when the present entity is to give way to the one announced under `id`. For a keyed child
-  // it throws `GiveWayException` instead, and `AttrLogEntityException` when the id names another
-  // entity.
+  // it throws `GiveWayException` instead. Refuses an id that names another entity.
   bool checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed);
 
   // Gives the adapter a flow with this start attribute, by way of its `flowOutIs`, unless it has
