@@ -35,9 +35,11 @@ TEST(Ring, anAdoptedIdMayLieAcrossTheEnd) {
     sendRoot(peer);
     Zol::Ptr<Zol::NboAttrLog::In> const in = peer.connection->in();
     std::size_t const start = in->capacity() + behind - announcement(0x22, "main").bytes().size();
-    // A frame that is skipped brings the announcement to its place.
+    // Frames that are skipped bring the announcement to its place.
     std::size_t const rest = start - static_cast<std::size_t>(in->position());
-    peer.send(Frame(0x81).text(std::string(rest - 9, ' ')));
+    for (std::size_t const part : {rest / 3, rest / 3, rest - rest / 3 * 2}) {
+      peer.send(Frame(0x81).text(std::string(part - 9, ' ')));
+    }
     peer.send(announcement(0x22, "main"));
     auto const main =
         Zol::ptrCast<Config>(peer.connection->mounted("board"))->realUcd9012Controller("main");

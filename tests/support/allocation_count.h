@@ -2,6 +2,8 @@
 // for one source of a program only.
 #pragma once
 
+#include <malloc.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <new>
@@ -9,6 +11,18 @@
 namespace test {
 
 inline std::atomic<std::size_t> allocated = 0;
+// Bytes that are allocated now.
+inline std::atomic<std::size_t> liveBytes = 0;
+
+inline void* counted(void* place) {
+  ++allocated;
+  liveBytes += ::malloc_usable_size(place);
+  return place;
+}
+inline void freed(void* place) {
+  liveBytes -= ::malloc_usable_size(place);
+  std::free(place);
+}
 
 // How often the action allocates.
 template <class Action>
@@ -22,13 +36,11 @@ std::size_t allocationsOf(Action const& action) {
 
 // Never inlined: the compiler would see through them and find that malloc and delete do not match.
 [[gnu::noinline]] void* operator new(std::size_t size) {
-  ++test::allocated;
-  if (void* const place = std::malloc(size ? size : 1)) return place;
+  if (void* const place = std::malloc(size ? size : 1)) return test::counted(place);
   throw std::bad_alloc();
 }
 [[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
-  ++test::allocated;
-  return std::malloc(size ? size : 1);
+  return test::counted(std::malloc(size ? size : 1));
 }
-[[gnu::noinline]] void operator delete(void* place) noexcept { std::free(place); }
-[[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept { std::free(place); }
+[[gnu::noinline]] void operator delete(void* place) noexcept { test::freed(place); }
+[[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept { test::freed(place); }

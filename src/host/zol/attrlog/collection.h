@@ -63,7 +63,11 @@ struct Collection {
   }
   static void keyOwed(EntityAdapter& adapter, Key const& key) {
     LevelFlowOut* const flow = adapter.levelFlow();
-    if (flow && !dirty(*flow).dirtyIs(key)) adapter.streamDemuxer()->coalescedInc();
+    if (!flow) return;
+    if (!dirty(*flow).dirtyIs(key)) return adapter.streamDemuxer()->coalescedInc();
+    if (dirty(*flow).map().count() > kFewKeys + 2 * A::map(holder(adapter)).count()) {
+      walkOwed(adapter, *flow);
+    }
   }
   // The member refers to an entity without an id on this log.
   static void keyWaits(EntityAdapter& adapter, Key const& key) {
@@ -187,6 +191,18 @@ struct Collection {
   static bool runEnds(EntityAdapter&, LevelFlowOut&) { return true; }
 
  private:
+  // So many keys may be owed of any collection, without regard to how many members it has.
+  static constexpr std::size_t kFewKeys = 1024;
+
+  // Most of what is owed are removals: a walk of what is there says the same, and keeps no keys.
+  // Where the peer makes members too, a walk would take out what is under way from it.
+  static void walkOwed(EntityAdapter& adapter, LevelFlowOut& flow) {
+    if (!adapter.has(flagInReadOnly) || adapter.has(flagScheduledFlowOut)) return;
+    flow.keysDel(A::kId);
+    flow.bitIs(A::kBit, false);
+    if (flow.attrId() == A::kId) flow.bookmarkFree();
+  }
+
   static void settle(LevelFlowOut& flow, Key const& key, bool done) {
     if (done) {
       dirty(flow).dirtyDel(key);

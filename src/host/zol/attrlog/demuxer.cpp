@@ -161,9 +161,13 @@ void Demuxer::requireAnnounceable(EntityId id, Entity const* parent) const {
   }
 }
 
-bool Demuxer::checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed) {
+void Demuxer::requireNotAnother(EntityId id, Entity const* present) const {
   Entity const* const bound = entity(id);
-  if (keyed && bound && bound != present) refuseId(id, "names another entity");
+  if (bound && bound != present) refuseId(id, "names another entity");
+}
+
+bool Demuxer::checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed) {
+  requireNotAnother(id, present);
   if (!present) return false;
   Ptr<Entity::ZolNboAttrLogSa> const adapter = present->zolNboAttrLogSa(out_);
   if (!adapter || reactor(id) == adapter.get()) return false;
@@ -202,13 +206,13 @@ void Demuxer::enqueue(Entity::ZolNboAttrLogSa& adapter) {
   adapter.parked_ = false;
   if (adapter.queued_) return;
   adapter.queued_ = true;
-  queue_.emplace_back(&adapter);
+  adapter.queuedAt_ = queue_.emplace(queue_.end(), &adapter);
 }
 
 void Demuxer::dequeue(Entity::ZolNboAttrLogSa& adapter) {
   if (!adapter.queued_) return;
   adapter.queued_ = false;
-  std::erase_if(queue_, [&](auto const& queued) { return queued.get() == &adapter; });
+  queue_.erase(adapter.queuedAt_);
 }
 
 void Demuxer::messageCommitted(EntityId id, AttributeId attribute) {

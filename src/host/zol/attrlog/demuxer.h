@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <map>
 #include <mutex>
 #include <string>
@@ -70,9 +70,10 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   void bind(Entity::ZolNboAttrLogSa& adapter, EntityId id);
   // Refuses an id that a peer must not announce for a child of `parent`.
   void requireAnnounceable(EntityId id, Entity const* parent) const;
+  // Refuses an id that names another entity than the one present in the place of the announced.
+  void requireNotAnother(EntityId id, Entity const* present) const;
   // True when the present entity is to give way to the one announced under `id`. For a keyed child
-  // it throws `GiveWayException` instead, and `AttrLogEntityException` when the id names another
-  // entity.
+  // it throws `GiveWayException` instead. Refuses an id that names another entity.
   bool checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed);
 
   // Gives the adapter a flow with this start attribute, by way of its `flowOutIs`, unless it has
@@ -159,7 +160,7 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   std::size_t boundByPeer_ = 0;
   std::unordered_map<std::uint64_t, Ptr<Entity::ZolNboAttrLogSa>> reactors_;
   std::unordered_map<std::uint64_t, Ptr<FlowIn>> flowIns_;
-  std::deque<Ptr<Entity::ZolNboAttrLogSa>> queue_;
+  std::list<Ptr<Entity::ZolNboAttrLogSa>> queue_;
   // The entity that the running flow-out waits for, and those that adapters wait for.
   Entity const* awaited_ = nullptr;
   std::unordered_multimap<Entity const*, EntityId> waiters_;

@@ -11,13 +11,14 @@ namespace Zol {
 
 MalformedMessageException::~MalformedMessageException() = default;
 
-Connection::In::In(std::size_t capacity) : ring_(capacity) {}
+Connection::In::In(std::size_t capacity)
+    : ring_(std::bit_ceil(std::max<std::size_t>(capacity, 1))) {}
 
 Connection::In::~In() = default;
 
 std::span<std::uint8_t> Connection::In::room() noexcept {
   std::size_t const used = available();
-  auto const at = static_cast<std::size_t>(end_ % ring_.size());
+  std::size_t const at = place(end_);
   std::size_t const length = std::min(ring_.size() - used, ring_.size() - at);
   return std::span(ring_).subspan(at, length);
 }
@@ -27,7 +28,7 @@ void Connection::In::nextBytes(void* to, std::size_t count) {
     malformed("message too short: " + std::to_string(count) + " bytes wanted, " +
               std::to_string(left()) + " left");
   }
-  auto const at = static_cast<std::size_t>(position_ % ring_.size());
+  std::size_t const at = place(position_);
   position_ += count;
   if (!to || count == 0) return;
   std::size_t const first = std::min(count, ring_.size() - at);
@@ -37,15 +38,14 @@ void Connection::In::nextBytes(void* to, std::size_t count) {
 
 void Connection::In::overwrite(Position position, std::uint64_t value) noexcept {
   for (unsigned int i = 0; i < 8; ++i) {
-    ring_[static_cast<std::size_t>((position + i) % ring_.size())] =
-        static_cast<std::uint8_t>(value >> (8 * (7 - i)));
+    ring_[place(position + i)] = static_cast<std::uint8_t>(value >> (8 * (7 - i)));
   }
 }
 
 std::uint32_t Connection::In::peekU32() const noexcept {
   std::uint32_t value = 0;
   for (unsigned int i = 0; i < 4; ++i) {
-    value = (value << 8) | ring_[static_cast<std::size_t>((position_ + i) % ring_.size())];
+    value = (value << 8) | ring_[place(position_ + i)];
   }
   return value;
 }

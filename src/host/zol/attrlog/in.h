@@ -26,7 +26,7 @@ namespace Connection {
 // since the start, so that they can be noted and put back while the frame is in the ring.
 class ZOL_EXPORT In : public PtrInterface {
  public:
-  // Room for `capacity` bytes.
+  // Room for at least `capacity` bytes.
   explicit In(std::size_t capacity);
   ~In() override;
 
@@ -72,6 +72,11 @@ class ZOL_EXPORT In : public PtrInterface {
   [[nodiscard]] std::uint64_t nextNumber(unsigned int size);
 
  private:
+  // Where the byte at a position stands: the ring's size is a power of two.
+  [[nodiscard]] std::size_t place(Position position) const noexcept {
+    return static_cast<std::size_t>(position) & (ring_.size() - 1);
+  }
+
   std::vector<std::uint8_t> ring_;
   Position position_ = 0;
   Position end_ = 0;

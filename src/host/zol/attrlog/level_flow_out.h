@@ -23,6 +23,8 @@ class ZOL_EXPORT LevelFlowOut final : public FlowOut {
     if (!keys) keys = std::make_unique<Keys>();
     return static_cast<Keys&>(*keys);
   }
+  // Forgets the keys owed of a collection.
+  void keysDel(AttributeId id) { keys_.erase(id); }
 
  private:
   [[nodiscard]] bool owesRow(LogRow const& row) const;

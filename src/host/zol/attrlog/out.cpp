@@ -11,8 +11,12 @@ namespace Zol {
 Connection::Out::~Out() = default;
 
 void Connection::Out::numberIs(std::uint64_t value, unsigned int size) {
+  std::uint8_t field[8];
+  for (unsigned int i = 0; i < size; ++i) {
+    field[i] = static_cast<std::uint8_t>(value >> (8 * (size - 1 - i)));
+  }
   Bytes& bytes = staged();
-  while (size-- > 0) bytes.push_back(static_cast<std::uint8_t>(value >> (8 * size)));
+  bytes.insert(bytes.end(), field, field + size);
 }
 
 void Connection::Out::doubleIs(double value) { u64Is(std::bit_cast<std::uint64_t>(value)); }

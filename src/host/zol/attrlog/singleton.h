@@ -53,6 +53,7 @@ struct Singleton {
                  parameters);
     };
     EntityId const id = EntityAdapter::peekEntityId(message);
+    adapter.streamDemuxer()->requireNotAnother(id, A::get(holder(adapter)).get());
     {
       MsgChannel::DeserializingEidAnchor const anchor(id, adapter.entity());
       make();

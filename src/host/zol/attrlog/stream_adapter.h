@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <vector>
 
@@ -253,6 +254,7 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   bool needsWalk_ = false;
   bool walkDone_ = false;
   bool queued_ = false;
+  std::list<Ptr<ZolNboAttrLogSa>>::iterator queuedAt_;
   bool parked_ = false;
 };
 
