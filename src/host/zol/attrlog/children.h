@@ -55,14 +55,20 @@ struct Children : Collection<A, Children<A>> {
     Key key = std::get<0>(parameters);
     if (!message.applies) return Common::react(adapter, &key);
     EntityId const id = EntityAdapter::peekEntityId(message);
+    Ptr<Demuxer> const demuxer = adapter.streamDemuxer();
     if (adapter.has(flagApplying)) {
-      adapter.streamDemuxer()->checkEphemeralEntityDeletion(Common::entryAt(adapter, key), id,
-                                                            true);
+      // What is refused must be so before the present member gives way.
+      demuxer->requireAnnounceable(id, adapter.entity());
+      demuxer->checkEphemeralEntityDeletion(Common::entryAt(adapter, key), id, true);
     }
-    {
+    try {
       MsgChannel::DeserializingEidAnchor const anchor(id, adapter.entity());
       std::apply([&](auto const&... parameter) { A::make(Common::holder(adapter), parameter...); },
                  parameters);
+    } catch (NameInUseException const&) {
+      // Another entity under the name has an id of its own.
+      demuxer->requireNotAnother(id, nullptr);
+      throw;
     }
     // The mutator that changed nothing told nobody; the child is adopted all the same.
     if (adapter.has(flagApplying)) Common::react(adapter, &key);
