@@ -1,0 +1,113 @@
+// Compares what stands at the paths of two snapshots.
+#include "railseq/tree_difference.h"
+
+#include "railseq/attribute_values.h"
+#include "railseq/paths.h"
+
+namespace RailSeq {
+
+namespace {
+
+[[nodiscard]] Standing standingOf(std::string const& path, Zol::Ptr<Zol::GenericIf> const& value) {
+  Zol::Ptr<Zol::Entity> const entity = entityIn(value);
+  if (!entity || !(entity->uriPath() == Zol::String8(path))) {
+    return {false, quotedText(value), valueJson(value)};
+  }
+  std::string const type(entity->fwkType()->name().view());
+  return {true,
+          type + " " + inQuotes(entity->name().view()),
+          {{"type", type}, {"name", entity->name().view()}}};
+}
+
+// Whether an entity above the path stands in one snapshot alone.
+[[nodiscard]] bool isBelowEntityOf(std::string const& path, Snapshot const& one,
+                                   Snapshot const& other) {
+  for (std::size_t end = path.rfind('/'); end != std::string::npos && end > 0;
+       end = path.rfind('/', end - 1)) {
+    std::string const above = path.substr(0, end);
+    auto const found = one.find(above);
+    if (found != one.end() && found->second.isEntity && !other.contains(above)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Snapshot snapshotAt(Zol::ByName const& tree, std::string const& path) {
+  Snapshot all;
+  try {
+    if (!tree.contains(path)) return all;
+    tree.walk(path, [&all](std::string const& at, Zol::Ptr<Zol::GenericIf> const& value) {
+      all[at] = standingOf(at, value);
+    });
+  } catch (Zol::RangeException const&) {
+    // What the path goes through is not there.
+  }
+  return all;
+}
+
+Snapshot snapshotOf(std::vector<Zol::Ptr<Zol::Entity>> const& roots) {
+  Snapshot all;
+  Zol::ByName const tree(roots);
+  for (Zol::Ptr<Zol::Entity> const& root : roots) {
+    all.merge(snapshotAt(tree, rootPath(root->name().view())));
+  }
+  return all;
+}
+
+bool isAtOrBelow(std::string_view path, std::string_view at) {
+  if (!path.starts_with(at)) return false;
+  std::string_view const rest = path.substr(at.size());
+  return rest.empty() || rest.front() == '/' || rest.front() == '[';
+}
+
+std::vector<Difference> differences(Snapshot const& before, Snapshot const& after) {
+  using Kind = Difference::Kind;
+  std::vector<Difference> all;
+  auto const add = [&](Kind kind, std::string const& path, Standing const& was,
+                       Standing const& is) {
+    if (kind == Kind::removed && isBelowEntityOf(path, before, after)) return;
+    if (kind == Kind::added && isBelowEntityOf(path, after, before)) return;
+    all.push_back({kind, path, was, is});
+  };
+  auto was = before.begin();
+  auto is = after.begin();
+  while (was != before.end() || is != after.end()) {
+    bool const isGone =
+        is == after.end() || (was != before.end() && comesBefore(was->first, is->first));
+    bool const isNew =
+        was == before.end() || (is != after.end() && comesBefore(is->first, was->first));
+    if (isGone) {
+      add(Kind::removed, was->first, was->second, Standing{});
+    } else if (isNew) {
+      add(Kind::added, is->first, Standing{}, is->second);
+    } else if (!(was->second == is->second)) {
+      add(Kind::changed, is->first, was->second, is->second);
+    }
+    if (!isNew) ++was;
+    if (!isGone) ++is;
+  }
+  return all;
+}
+
+std::string Difference::line() const {
+  switch (kind) {
+    case Kind::changed:
+      return path + ": " + before.text + " -> " + after.text;
+    case Kind::added:
+      return path + (after.isEntity ? " added" : " = " + after.text + " added");
+    case Kind::removed:
+      break;
+  }
+  return path + (before.isEntity ? " removed" : " = " + before.text + " removed");
+}
+
+Json Difference::json() const {
+  Json json = {{"path", path}};
+  json["change"] = kind == Kind::changed ? "changed" : kind == Kind::added ? "added" : "removed";
+  if (kind != Kind::added) json["before"] = before.json;
+  if (kind != Kind::removed) json["after"] = after.json;
+  return json;
+}
+
+}  // namespace RailSeq
