@@ -77,6 +77,24 @@ std::uint32_t crc32(std::string_view bytes, std::uint32_t former) {
   return ~rest;
 }
 
+std::string recordingHeader(std::uint64_t startedAt) {
+  std::string header(kRecordingMagic);
+  appendNumber(header, kRecordingVersion, 2);
+  appendNumber(header, startedAt, 8);
+  appendNumber(header, crc32(header), kChecksumSize);
+  return header;
+}
+
+std::string recordText(RecordKind kind, std::uint64_t time, std::string_view bytes) {
+  std::string record;
+  appendNumber(record, bytes.size(), kLengthSize);
+  appendNumber(record, static_cast<std::uint8_t>(kind), 1);
+  appendNumber(record, time, 8);
+  record += bytes;
+  appendNumber(record, crc32(record), kChecksumSize);
+  return record;
+}
+
 RecordingWriter::RecordingWriter(std::string file, std::uint64_t startedAt, bool replace)
     : file_(std::move(file)) {
   if (replace) removeOld(file_);
@@ -85,11 +103,7 @@ RecordingWriter::RecordingWriter(std::string file, std::uint64_t startedAt, bool
     throw InputError(file_, errno == EEXIST ? "is there already; --force replaces it"
                                             : "cannot be written: " + systemError());
   }
-  std::string header(kRecordingMagic);
-  appendNumber(header, kRecordingVersion, 2);
-  appendNumber(header, startedAt, 8);
-  appendNumber(header, crc32(header), kChecksumSize);
-  append(header);
+  append(recordingHeader(startedAt));
 }
 
 RecordingWriter::~RecordingWriter() { ::close(fd_); }
@@ -97,13 +111,7 @@ RecordingWriter::~RecordingWriter() { ::close(fd_); }
 void RecordingWriter::write(RecordKind kind, std::uint64_t time, std::string_view bytes) {
   do {
     std::string_view const part = bytes.substr(0, kMaxRecordBytes);
-    std::string record;
-    appendNumber(record, part.size(), kLengthSize);
-    appendNumber(record, static_cast<std::uint8_t>(kind), 1);
-    appendNumber(record, time, 8);
-    record += part;
-    appendNumber(record, crc32(record), kChecksumSize);
-    append(record);
+    append(recordText(kind, time, part));
     ++records_;
     bytes.remove_prefix(part.size());
   } while (!bytes.empty());

@@ -41,6 +41,11 @@ inline constexpr std::size_t kRecordOverhead = 17;
 // The most bytes that one record holds.
 inline constexpr std::size_t kMaxRecordBytes = std::size_t{1} << 20;
 
+// The bytes of a header and of a record. `startedAt`: nanoseconds since the epoch; `bytes`: at most
+// `kMaxRecordBytes`.
+[[nodiscard]] std::string recordingHeader(std::uint64_t startedAt);
+[[nodiscard]] std::string recordText(RecordKind kind, std::uint64_t time, std::string_view bytes);
+
 // Writes a new file. Each record has left the process when `write` returns.
 class RecordingWriter {
  public:

@@ -9,15 +9,15 @@ namespace RailSeq {
 
 struct ReplayLine {
   // The recording.
-  std::string file;
+  std::string file{};
   // Times as they were given; empty: not given.
-  std::string at;
-  std::string from;
-  std::string to;
+  std::string at{};
+  std::string from{};
+  std::string to{};
   bool changes = false;
   bool json = false;
   // All roots when there are none.
-  std::vector<std::string> paths;
+  std::vector<std::string> paths{};
 };
 
 // Gives the exit code; what is to be known besides goes to `notes`. Throws `InputError` for a file

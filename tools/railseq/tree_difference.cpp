@@ -26,7 +26,9 @@ namespace {
        end = path.rfind('/', end - 1)) {
     std::string const above = path.substr(0, end);
     auto const found = one.find(above);
-    if (found != one.end() && found->second.isEntity && !other.contains(above)) return true;
+    if (found == one.end() || !found->second.isEntity) continue;
+    auto const there = other.find(above);
+    if (there == other.end() || !there->second.isEntity) return true;
   }
   return false;
 }
@@ -36,12 +38,11 @@ namespace {
 Snapshot snapshotAt(Zol::ByName const& tree, std::string const& path) {
   Snapshot all;
   try {
-    if (!tree.contains(path)) return all;
     tree.walk(path, [&all](std::string const& at, Zol::Ptr<Zol::GenericIf> const& value) {
       all[at] = standingOf(at, value);
     });
   } catch (Zol::RangeException const&) {
-    // What the path goes through is not there.
+    // There is nothing at the path.
   }
   return all;
 }
@@ -82,7 +83,11 @@ std::vector<Difference> differences(Snapshot const& before, Snapshot const& afte
     } else if (isNew) {
       add(Kind::added, is->first, Standing{}, is->second);
     } else if (!(was->second == is->second)) {
-      add(Kind::changed, is->first, was->second, is->second);
+      // A single child that is not there stands as None.
+      Kind const kind = was->second.isEntity == is->second.isEntity ? Kind::changed
+                        : is->second.isEntity                       ? Kind::added
+                                                                    : Kind::removed;
+      add(kind, is->first, was->second, is->second);
     }
     if (!isNew) ++was;
     if (!isGone) ++is;
