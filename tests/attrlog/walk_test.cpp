@@ -79,6 +79,38 @@ TEST_F(Walks, changesWithoutRoomAreOwedByKeyAndTheNewestArrive) {
   expectEqual();
 }
 
+TEST_F(Walks, whatIsOwedIsToldByAttributeWithTheNumberOfEntities) {
+  using Owed = std::map<std::string, std::size_t>;
+  Zol::Ptr<Ucd9012ControllerConfig> const other = addController(*config, "other");
+  mountAndRead();
+  EXPECT_EQ(pair.source->owed(), Owed());
+  fillBuffer();
+  main->reloadCauseSortKeyIs(0);
+  for (std::uint32_t i = 0; i < 9; ++i) main->reloadCauseIs(i, cause(i));
+  main->pollingEnabledIs(false);
+  other->pollingEnabledIs(false);
+  // Its rails are not known to the peer: they are owed by their holder.
+  other->voltageRailIs(1, nullptr, nullptr)->overrideVoutUvLimitIs(1.0);
+  config->realUcd9012ControllerDel("main");
+  EXPECT_EQ(pair.source->owed(), (Owed{{"pollingEnabled", 2},
+                                       {"realUcd9012Controller", 1},
+                                       {"reloadCause", 1},
+                                       {"reloadCauseSortKey", 1},
+                                       {"voltageRail", 1}}));
+  pair.flow();
+  EXPECT_EQ(pair.source->owed(), Owed());
+  // Of a root that has just been mounted, all that does not fit at once.
+  Zol::Ptr<Config> const wide = Hardware::Ucd9012::configFactory("wide");
+  for (unsigned int i = 0; i < 5000; ++i) addController(*wide, numbered("c", i));
+  pair.source->mountIs(wide);
+  pair.source->pump();
+  EXPECT_EQ(pair.source->owed().at("realUcd9012Controller"), 1U);
+  EXPECT_GT(pair.source->owed().at("location"), 1U);
+  pair.source->close("enough");
+  pair.flow();
+  EXPECT_EQ(pair.replica->error(), "closed by the peer: enough");
+}
+
 TEST_F(Walks, aMemberDeletedAndMadeAgainWithoutRoomStartsFromItsDefaults) {
   main->voltageRailIs(3, nullptr, nullptr)->overrideVoutUvLimitIs(2.0);
   main->diagModeConfigIs("mode")->diagCommandConfigIs("old")->epochIs(5);

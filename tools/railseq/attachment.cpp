@@ -27,11 +27,12 @@ bool Attachment::connect(Clock::time_point deadline) {
   if (!socket) return false;
   std::unique_ptr<Transport> transport = Zol::NboAttrLog::fdTransport(socket.release());
   if (options_.wrap) transport = options_.wrap(std::move(transport));
-  connection_ =
-      Connection::over(std::move(transport), {.ownName = Zol::Name(options_.ownName),
-                                              .peerName = Zol::Name(options_.address.text()),
-                                              .staleAfter = kStaleAfter,
-                                              .aliveEvery = kAliveEvery});
+  connection_ = Connection::over(
+      std::move(transport),
+      {.ownName = Zol::Name(options_.ownName),
+       .peerName = Zol::Name(options_.keptAs.empty() ? options_.address.text() : options_.keptAs),
+       .staleAfter = kStaleAfter,
+       .aliveEvery = kAliveEvery});
   connection_->stateListenerIs(options_.onState);
   return true;
 }

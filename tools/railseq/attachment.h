@@ -24,6 +24,9 @@ class Attachment {
     Address address;
     // What this end calls itself, such as "railseq watch".
     std::string ownName = "railseq";
+    // What the replicas are kept under between connections; empty: the address. Two attachments to
+    // one address at a time need two names.
+    std::string keptAs = {};
     // Puts a transport in place of that of each new connection, such as one that also records.
     std::function<std::unique_ptr<Transport>(std::unique_ptr<Transport>)> wrap = nullptr;
     // Told of each new state of the connection.
@@ -45,8 +48,10 @@ class Attachment {
   // Connects, in place of the connection that was. Throws `CommandError` as `connectTo`. False when
   // it was stopped.
   bool connect(Clock::time_point deadline);
-  // Says goodbye.
+  // Sends what can be sent at once, and says goodbye.
   void close();
+  // Ends without sending what waits.
+  void abandon() { connection_ = nullptr; }
 
   // Null before the first `connect`.
   [[nodiscard]] Connection* connection() const { return connection_.get(); }

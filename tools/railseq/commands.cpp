@@ -1,14 +1,17 @@
 // What the commands do, and how they show it.
 #include "railseq/commands.h"
 
+#include <algorithm>
 #include <iostream>
 
+#include "host/zol/path_steps.h"
 #include "railseq/attribute_values.h"
+#include "railseq/command_error.h"
 #include "railseq/completion.h"
+#include "railseq/controllers.h"
 #include "railseq/lint.h"
 #include "railseq/paths.h"
-#include "railseq/tree_json.h"
-#include "railseq/tree_text.h"
+#include "railseq/trees.h"
 #include "railseq/types.h"
 #include "railseq/wording.h"
 
@@ -63,27 +66,87 @@ struct Change {
           {"changed", change.isEffective()}};
 }
 
-[[nodiscard]] std::vector<std::string> rootsOf(Board const& board) {
-  std::vector<std::string> paths;
-  for (Zol::Ptr<Zol::Entity> const& root : board.roots()) {
-    paths.push_back(rootPath(root->name().view()));
-  }
-  return paths;
+// The members of an attribute that the change has entered a reference into.
+[[nodiscard]] std::vector<std::string> entries(Zol::ByName const& tree, Change const& change) {
+  return memberPaths(tree, change.path);
 }
 
-void printLines(Zol::ByName const& tree, std::vector<std::string> const& paths, std::ostream& out) {
-  std::vector<std::string> lines;
-  for (std::string const& path : paths) {
-    std::vector<std::string> const more = treeLines(tree, path);
-    lines.insert(lines.end(), more.begin(), more.end());
+// Whether another replica has what the change has made here.
+[[nodiscard]] bool hasArrived(Zol::ByName const& there, Zol::ByName const& here,
+                              Change const& change) {
+  if (change.isEntry()) return entries(there, change) == entries(here, change);
+  Value const value = valueAt(there, change.path);
+  return value && quotedText(value) == quotedText(change.after);
+}
+
+void requireWritable(Trees const& trees, Change const& change) {
+  std::string const root(Zol::PathSteps(change.path, true).next().value_or(Zol::PathStep{}).name);
+  for (Zol::Ptr<Zol::Entity> const& each : trees.roots) {
+    if (each->name().view() != root) continue;
+    if (!Zol::Entity::ZolNboAttrLogSa::isReadOnlyReplica(*each)) return;
+    throw CommandError(ExitCode::refused, change.path + ": " + trees.attachment->address().text() +
+                                              " serves " + root + " read-only");
   }
-  for (std::string const& line : lines) out << line << '\n';
+}
+
+// What was written is sent; then a second replica must get it from the process, which says nothing
+// about what it has taken.
+void awaitSource(Trees const& trees, std::vector<Change> const& changes,
+                 Clock::time_point deadline) {
+  Attachment& attachment = *trees.attachment;
+  Attachment::Connection const& connection = *attachment.connection();
+  auto const timedOut = [&](std::string const& why) {
+    throw CommandError(ExitCode::timedOut, attachment.address().text() + ": " + why);
+  };
+  auto const require = [&](Attachment& at, Attachment::End end) {
+    if (end == Attachment::End::lost) throw CommandError(ExitCode::peerLost, at.lossReason());
+    return end == Attachment::End::done;
+  };
+  auto const isSent = [&] { return connection.demuxer()->idle() && !connection.wantsWrite(); };
+  if (!require(attachment, attachment.pumpUntil(isSent, deadline))) {
+    timedOut("timed out before all was sent");
+  }
+  // Under another name, or it would take over the replica that was written to.
+  Attachment second({.address = attachment.address(), .keptAs = "second replica"});
+  second.connect(deadline);
+  second.sync(deadline);
+  Zol::ByName const there(second.roots());
+  Zol::ByName const here = trees.byName();
+  Change const* missing = nullptr;
+  auto const isThere = [&] {
+    auto const found = std::ranges::find_if(
+        changes, [&](Change const& change) { return !hasArrived(there, here, change); });
+    missing = found == changes.end() ? nullptr : &*found;
+    return !missing;
+  };
+  if (require(second, second.pumpUntil(isThere, deadline))) return;
+  Value const value = missing->isEntry() ? nullptr : valueAt(there, missing->path);
+  timedOut(missing->path + " has not become " + missing->value +
+           (value ? ", it is " + quotedText(value) : ""));
+}
+
+// Of attributes that are set several times the last value counts.
+[[nodiscard]] std::vector<Change> lastOfEach(std::vector<Change> const& changes) {
+  std::vector<Change> last;
+  for (Change const& change : changes) {
+    if (!change.isEntry()) {
+      std::erase_if(last, [&](Change const& each) { return each.path == change.path; });
+    }
+    last.push_back(change);
+  }
+  return last;
+}
+
+void printLines(std::vector<Zol::Ptr<Zol::Entity>> const& roots,
+                std::vector<std::string> const& paths, std::ostream& out) {
+  for (std::string const& line : treeLines(roots, paths)) out << line << '\n';
 }
 
 }  // namespace
 
 int runGet(CommandLine const& line, std::ostream& out) {
-  Zol::ByName const tree = readBoard(line.board).tree();
+  Trees const trees = openTrees(line, deadlineOf(line));
+  Zol::ByName const tree = trees.byName();
   std::string text;
   Json json = Json::object();
   for (std::string const& path : line.words) {
@@ -98,27 +161,38 @@ int runGet(CommandLine const& line, std::ostream& out) {
 int runSet(CommandLine const& line, std::ostream& out) {
   std::vector<Change> changes;
   for (std::string const& word : line.words) changes.push_back(parseChange(word));
-  Board const board = readBoard(line.board);
-  Zol::ByName const tree = board.tree();
-  for (Change& change : changes) {
-    change.before = valueAt(tree, change.path);
-    tree.write(change.path, change.value);
-    change.after = valueAt(tree, change.path);
+  Clock::time_point const deadline = deadlineOf(line);
+  Trees const trees = openTrees(line, deadline);
+  Zol::ByName const tree = trees.byName();
+  if (trees.attachment) {
+    for (Change const& change : changes) requireWritable(trees, change);
   }
+  try {
+    for (Change& change : changes) {
+      change.before = valueAt(tree, change.path);
+      tree.write(change.path, change.value);
+      change.after = valueAt(tree, change.path);
+    }
+  } catch (...) {
+    if (trees.attachment) trees.attachment->abandon();
+    throw;
+  }
+  if (trees.attachment) awaitSource(trees, lastOfEach(changes), deadline);
   if (line.json) {
     Json json = {{"changes", Json::array()}};
     for (Change const& change : changes) json["changes"].push_back(changeJson(change));
-    if (line.tree) json["tree"] = boardJson(board);
+    if (line.tree) json["tree"] = treesJson(trees.roots, {});
     out << jsonText(json);
     return 0;
   }
   for (Change const& change : changes) out << changeLine(change) << '\n';
-  if (line.tree) printLines(tree, rootsOf(board), out);
+  if (line.tree) printLines(trees.roots, {}, out);
   return 0;
 }
 
 int runCount(CommandLine const& line, std::ostream& out) {
-  Zol::ByName const tree = readBoard(line.board).tree();
+  Trees const trees = openTrees(line, deadlineOf(line));
+  Zol::ByName const tree = trees.byName();
   std::string text;
   Json json = Json::object();
   for (std::string const& path : line.words) {
@@ -131,22 +205,18 @@ int runCount(CommandLine const& line, std::ostream& out) {
 }
 
 int runTree(CommandLine const& line, std::ostream& out) {
-  Board const board = readBoard(line.board);
-  Zol::ByName const tree = board.tree();
-  if (!line.json) {
-    printLines(tree, line.words.empty() ? rootsOf(board) : line.words, out);
-    return 0;
-  }
-  Json json = line.words.empty() ? boardJson(board) : Json::object();
-  for (std::string const& path : line.words) json[path] = jsonAt(tree, path);
-  out << jsonText(json);
+  Trees const trees = openTrees(line, deadlineOf(line));
+  line.json ? void(out << jsonText(treesJson(trees.roots, line.words)))
+            : printLines(trees.roots, line.words, out);
   return 0;
 }
 
 int runComplete(CommandLine const& line, std::ostream& out) {
   std::string const start = line.words.empty() ? std::string() : line.words.front();
+  bool const hasTrees = !line.board.empty() || !line.address.empty();
   for (std::string const& completion :
-       line.board.empty() ? completions(start) : completions(readBoard(line.board).tree(), start)) {
+       hasTrees ? completions(openTrees(line, deadlineOf(line)).byName(), start)
+                : completions(start)) {
     out << completion << '\n';
   }
   return 0;
@@ -158,10 +228,11 @@ int runTypes(CommandLine const& line, std::ostream& out) {
     return 0;
   }
   std::vector<Zol::ZolType const*> types;
-  if (line.board.empty()) {
+  if (line.board.empty() && line.address.empty()) {
     for (std::string const& name : line.words) types.push_back(&findType(name));
   } else {
-    Zol::ByName const tree = readBoard(line.board).tree();
+    Trees const trees = openTrees(line, deadlineOf(line));
+    Zol::ByName const tree = trees.byName();
     for (std::string const& path : line.words) {
       Value const value = tree.at(path);
       types.push_back(value ? value->type() : nullptr);

@@ -1,4 +1,5 @@
-// The commands that work in this process alone, most of them on the trees of one board.
+// The commands that answer once, most of them on the trees of a board or of a process at an
+// address.
 #pragma once
 
 #include <iosfwd>
@@ -10,6 +11,10 @@ namespace RailSeq {
 struct CommandLine {
   // The board file; empty when none was given.
   std::string board;
+  // The process to attach to; empty when none was given.
+  std::string address;
+  // Seconds that an answer may take.
+  double timeout = 10;
   // Paths, assignments or names of types.
   std::vector<std::string> words;
   bool json = false;
@@ -17,12 +22,13 @@ struct CommandLine {
   bool tree = false;
 };
 
-// Each gives the exit code. They throw `InputError` for the board, and what `Zol::ByName` throws
-// for a path or a value, with nothing printed.
+// Each gives the exit code. They throw `InputError` for the board or the address, `CommandError`
+// for the process there, and what `Zol::ByName` throws for a path or a value, with nothing printed.
 
 // The values at the paths, one a line.
 [[nodiscard]] int runGet(CommandLine const& line, std::ostream& out);
-// Applies each PATH=VALUE in order and tells what it has changed. The file stays as it is.
+// Applies each PATH=VALUE in order and tells what it has changed. A board file stays as it is; a
+// process has taken all once this ends with 0.
 [[nodiscard]] int runSet(CommandLine const& line, std::ostream& out);
 // The numbers of members of the attributes at the paths, one a line.
 [[nodiscard]] int runCount(CommandLine const& line, std::ostream& out);

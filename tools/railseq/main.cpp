@@ -9,26 +9,39 @@
 #include <vector>
 
 #include "host/zol/exception.h"
+#include "railseq/address.h"
 #include "railseq/command_error.h"
 #include "railseq/commands.h"
 #include "railseq/decode.h"
 #include "railseq/demo.h"
+#include "railseq/health.h"
+#include "railseq/input_error.h"
 #include "railseq/recording.h"
 #include "railseq/replay.h"
+#include "railseq/serve.h"
+#include "railseq/watch.h"
 
 namespace {
 
 using RailSeq::CommandLine;
 
-constexpr int kRefused = 1;
-constexpr int kBadUsage = 2;
+using RailSeq::ExitCode;
+
+constexpr int kRefused = static_cast<int>(ExitCode::refused);
+constexpr int kBadUsage = static_cast<int>(ExitCode::badInput);
 constexpr unsigned int kLongestPause = 60000;
 
 constexpr char const* kPathHelp =
     "\nA path begins with the name of a root; each further step is an attribute, with the key of a "
     "member in brackets. railseq tree shows them all.\n";
+constexpr char const* kAddressHelp =
+    "\nADDRESS is that of a process that hosts trees, such as railseq serve: unix:PATH or "
+    "tcp:HOST:PORT.\n";
 constexpr char const* kExitCodes =
-    "\nExit codes: 0 good; 1 a path or a value that cannot be; 2 a bad board file, or bad usage.";
+    "\nExit codes: 0 good; 1 a path or a value that cannot be; 2 a bad board file or address, or "
+    "bad "
+    "usage; 3 the process cannot be reached or has gone; 4 timed out.";
+constexpr double kLongestTimeout = 1e9;
 
 struct Tool {
   CLI::App app{"Hosts and shows the shared state model of power-sequencing controllers."};
@@ -37,6 +50,10 @@ struct Tool {
   RailSeq::RecordLine record;
   RailSeq::ReplayLine replay;
   RailSeq::DecodeLine decode;
+  RailSeq::ServeOptions serve;
+  RailSeq::WatchOptions watch;
+  bool follows = false;
+  bool endsWithPeer = false;
 
   CLI::App& command(char const* name, char const* what, std::string const& footer,
                     std::function<int()> run) {
@@ -45,16 +62,55 @@ struct Tool {
     runs.emplace_back(sub, std::move(run));
     return *sub;
   }
-  // A command on the paths of a board.
-  CLI::App& boardCommand(char const* name, char const* what, std::string const& footer,
-                         int (*run)(CommandLine const&, std::ostream&)) {
-    CLI::App& sub = command(name, what, footer + kPathHelp + kExitCodes,
-                            [this, run] { return run(line, std::cout); });
-    sub.add_option("--board", line.board, "Board description, a JSON file of either form")
-        ->type_name("FILE")
+  // A command on the paths of a board or of a process.
+  CLI::App& treeCommand(char const* name, char const* what, std::string const& footer,
+                        std::function<int()> run) {
+    CLI::App& sub =
+        command(name, what, footer + kPathHelp + kAddressHelp + kExitCodes, [this, name, run] {
+          takeAddress();
+          if (line.board.empty() && line.address.empty()) {
+            throw RailSeq::InputError(name,
+                                      "expected --board FILE, or an ADDRESS as the first word");
+          }
+          return run();
+        });
+    addBoard(sub, "Board description, a JSON file of either form");
+    return sub;
+  }
+  // A command on a process alone.
+  CLI::App& addressCommand(char const* name, char const* what, std::string const& footer,
+                           std::function<int()> run) {
+    CLI::App& sub = command(name, what, footer, std::move(run));
+    sub.add_option("ADDRESS", line.address, "unix:PATH or tcp:HOST:PORT")
+        ->type_name("")
         ->required();
     sub.add_flag("--json", line.json, "Answer in JSON");
     return sub;
+  }
+  void addBoard(CLI::App& sub, char const* what) {
+    sub.add_option("--board", line.board, what)->type_name("FILE");
+    addTimeout(sub, "Seconds that a process may take to answer, by default 10");
+  }
+  CLI::Option* addTimeout(CLI::App& sub, char const* what) {
+    return sub.add_option("--timeout", line.timeout, what)
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0.0, kLongestTimeout));
+  }
+  // The first word, when it is one and no board was given.
+  void takeAddress() {
+    if (!line.board.empty() || line.words.empty()) return;
+    if (!RailSeq::isAddress(line.words.front())) return;
+    line.address = line.words.front();
+    line.words.erase(line.words.begin());
+  }
+  [[nodiscard]] RailSeq::WatchOptions const& watchOptions() {
+    watch.line = line;
+    watch.reconnects = !endsWithPeer;
+    return watch;
+  }
+  void addReconnect(CLI::App& sub) {
+    sub.add_flag("--no-reconnect", endsWithPeer,
+                 "End with exit code 3 when the process is lost, in place of trying again");
   }
   CLI::Option& words(CLI::App& sub, char const* name, char const* what) {
     return *sub.add_option(name, line.words, what)->type_name("");
@@ -76,41 +132,60 @@ void addCommands(Tool& tool) {
   demo.add_option("--pause", tool.pause, "Milliseconds to wait behind each change, to read along")
       ->check(CLI::Range(kLongestPause));
 
-  CLI::App& get = tool.boardCommand(
+  CLI::App& get = tool.treeCommand(
       "get", "Print the values at paths, one a line.",
       "Examples:\n"
+      "  railseq get unix:/run/agent 'switch/realUcd9012Controller[main]/location'\n"
       "  railseq get --board b.json 'switch/realUcd9012Controller[main]/location'\n"
       "  railseq get --board b.json --json 'switch/dexoDesc[main-bus]/busId'\n",
-      &RailSeq::runGet);
-  tool.words(get, "PATH", "Paths of values").required();
+      [&tool] { return RailSeq::runGet(tool.line, std::cout); });
+  get.add_flag("--json", tool.line.json, "Answer in JSON");
+  tool.words(get, "WORDS", "ADDRESS, then paths of values").required();
 
-  CLI::App& set = tool.boardCommand(
-      "set", "Set attributes in the order given, and print what changed. The file stays as it is.",
+  CLI::App& set = tool.treeCommand(
+      "set",
+      "Set attributes in the order given, and print what changed. A board file stays as it is; a "
+      "process must be served for writing, and has taken all when this ends with 0.",
       "Examples:\n"
+      "  railseq set unix:/run/agent 'switch/realUcd9012Controller[main]/ready=true'\n"
       "  railseq set --board b.json 'switch/realUcd9012Controller[main]/pollingEnabled=false'\n"
       "  railseq set --board b.json --tree "
       "'switch/realUcd9012Controller[main]/voltageRail[0]/overrideVoutUvLimit=11.4'\n",
-      &RailSeq::runSet);
-  tool.words(set, "PATH=VALUE", "Assignments").required();
+      [&tool] { return RailSeq::runSet(tool.line, std::cout); });
+  set.add_flag("--json", tool.line.json, "Answer in JSON");
+  tool.words(set, "WORDS", "ADDRESS, then assignments PATH=VALUE").required();
   set.add_flag("--tree", tool.line.tree, "Show the trees afterwards");
 
-  CLI::App& count = tool.boardCommand(
+  CLI::App& count = tool.treeCommand(
       "count", "Print the numbers of members of attributes with keys, one a line.",
-      "Example:\n"
+      "Examples:\n"
+      "  railseq count tcp:[::1]:7000 'switch/realUcd9012Controller'\n"
       "  railseq count --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n",
-      &RailSeq::runCount);
-  tool.words(count, "PATH", "Paths of attributes, without a key at the end").required();
+      [&tool] { return RailSeq::runCount(tool.line, std::cout); });
+  count.add_flag("--json", tool.line.json, "Answer in JSON");
+  tool.words(count, "WORDS", "ADDRESS, then paths of attributes, without a key at the end")
+      .required();
 
-  CLI::App& tree = tool.boardCommand(
+  CLI::App& tree = tool.treeCommand(
       "tree",
       "Print what stands at paths and below; without a path, all. With --json and without "
       "a path, that is a board file again.",
       "Examples:\n"
-      "  railseq tree --board b.json\n"
+      "  railseq tree unix:/run/agent\n"
+      "  railseq tree unix:/run/agent --follow 'switch/realUcd9012Controller[main]'\n"
       "  railseq tree --board b.json 'switch/realUcd9012Controller[main]/voltageRail'\n"
       "  railseq tree --board public-form.json --json > own-form.json\n",
-      &RailSeq::runTree);
-  tool.words(tree, "PATH", "Paths");
+      [&tool] {
+        if (!tool.follows) return RailSeq::runTree(tool.line, std::cout);
+        if (tool.line.address.empty()) {
+          throw RailSeq::InputError("tree", "--follow needs an ADDRESS");
+        }
+        return RailSeq::runTreeFollow(tool.watchOptions());
+      });
+  tree.add_flag("--json", tool.line.json, "Answer in JSON");
+  tree.add_flag("--follow", tool.follows, "Print it again behind changes, until it is ended");
+  tool.addReconnect(tree);
+  tool.words(tree, "WORDS", "ADDRESS, then paths");
 
   CLI::App& types = tool.command(
       "types",
@@ -119,12 +194,16 @@ void addCommands(Tool& tool) {
       std::string("Examples:\n  railseq types\n  railseq types ControllerConfig\n"
                   "  railseq types --board b.json 'switch/realUcd9012Controller[main]'\n\n"
                   "Exit codes: 0 good; 1 no such type, or a path that cannot be; 2 a bad board "
-                  "file, or bad usage."),
-      [&tool] { return RailSeq::runTypes(tool.line, std::cout); });
-  types.add_option("--board", tool.line.board, "Take the names for paths of this board")
-      ->type_name("FILE");
+                  "file or address, or bad usage; 3 the process cannot be reached; 4 timed out."),
+      [&tool] {
+        tool.takeAddress();
+        return RailSeq::runTypes(tool.line, std::cout);
+      });
+  tool.addBoard(types, "Take the names for paths of this board");
   types.add_flag("--json", tool.line.json, "Answer in JSON");
-  tool.words(types, "TYPE", "Bare or full names, such as ControllerConfig; with --board, paths");
+  tool.words(
+      types, "TYPE",
+      "Bare or full names, such as ControllerConfig; with --board or behind an ADDRESS, paths");
 
   CLI::App& lint =
       tool.command("lint", "Check a board description.",
@@ -141,10 +220,86 @@ void addCommands(Tool& tool) {
       "Examples:\n  railseq complete config/dexo\n"
       "  railseq complete --board b.json 'switch/realUcd9012Controller['\n\n"
       "Exit codes: 0 good, also without a completion; 2 a bad board file, or bad usage.",
-      [&tool] { return RailSeq::runComplete(tool.line, std::cout); });
-  complete.add_option("--board", tool.line.board, "Board; without one, the types alone are asked")
-      ->type_name("FILE");
-  tool.words(complete, "START", "What is there of the path").expected(0, 1);
+      [&tool] {
+        tool.takeAddress();
+        return RailSeq::runComplete(tool.line, std::cout);
+      });
+  tool.addBoard(complete, "Board; without one or an ADDRESS, the types alone are asked");
+  tool.words(complete, "WORDS", "ADDRESS, then what is there of the path").expected(0, 2);
+}
+
+void addServe(Tool& tool) {
+  CLI::App& serve = tool.command(
+      "serve", "Host the trees of a board for any number of peers, until SIGINT or SIGTERM.",
+      "Examples:\n"
+      "  railseq serve examples/boards/switch-2ucd.json --listen unix:/tmp/agent\n"
+      "  railseq serve examples/boards/switch-2ucd.json --listen tcp:[::1]:0 --writable\n\n"
+      "Prints \"serving ROOT, ROOT at ADDRESS\" once it listens; of a port 0, with the port that "
+      "was "
+      "free. Everybody who can connect can read, and with --writable write: there is no "
+      "password.\n\n"
+      "Exit codes: 0 ended by a signal; 1 it cannot listen there; 2 a bad board file or address, "
+      "or "
+      "bad usage.",
+      [&tool] { return RailSeq::runServe(tool.serve); });
+  serve.add_option("BOARD", tool.serve.board, "Board description, a JSON file of either form")
+      ->type_name("")
+      ->required();
+  serve.add_option("--listen", tool.serve.address, "unix:PATH or tcp:HOST:PORT")
+      ->type_name("ADDRESS")
+      ->required();
+  serve.add_flag("--writable", tool.serve.isWritable, "Peers may write");
+}
+
+void addAttached(Tool& tool) {
+  CLI::App& watch = tool.addressCommand(
+      "watch", "Print each change of attributes and members as it comes, until it is ended.",
+      std::string("Examples:\n"
+                  "  railseq watch unix:/run/agent\n"
+                  "  railseq watch unix:/run/agent --json 'switch/realUcd9012Controller[main]'\n"
+                  "\nWhen the process goes, it is tried again, at most 5 s later each time; what "
+                  "differs then is printed.\n") +
+          kAddressHelp +
+          "\nExit codes: 0 ended by a signal, or its output was closed; 1 a path that cannot be; 2 "
+          "a "
+          "bad address, or bad usage; 3 with --no-reconnect, the process cannot be reached or has "
+          "gone.",
+      [&tool] { return RailSeq::runWatch(tool.watchOptions()); });
+  tool.words(watch, "PATH", "What to watch, with all below; without a path, all");
+  watch.add_flag("--initial", tool.watch.tellsInitial, "Print all values first");
+  tool.addReconnect(watch);
+
+  CLI::App& wait = tool.addressCommand(
+      "wait", "Wait until an attribute has a value.",
+      std::string("Example:\n"
+                  "  railseq wait unix:/run/agent --timeout 30 "
+                  "'switch/realUcd9012Controller[main]/ready=true'\n"
+                  "\nThe path may come into being later, and so may the process.\n") +
+          kAddressHelp +
+          "\nExit codes: 0 it has the value; 1 ended by a signal, or a value that it can never "
+          "have; "
+          "2 a bad address, or bad usage; 3 with --no-reconnect, the process cannot be reached or "
+          "has "
+          "gone; 4 timed out.",
+      [&tool] { return RailSeq::runWait(tool.watchOptions()); });
+  tool.words(wait, "PATH=VALUE", "The value as get prints it").required()->expected(1);
+  CLI::Option* const timeout =
+      tool.addTimeout(wait, "Seconds to wait at most; without it there is no end");
+  wait.callback([&tool, timeout] {
+    if (timeout->count() == 0) tool.line.timeout = 0;
+  });
+  tool.addReconnect(wait);
+
+  CLI::App& health =
+      tool.addressCommand("health", "Print how a serving process sees each of its connections.",
+                          std::string("Examples:\n  railseq health unix:/run/agent\n"
+                                      "  railseq health --json tcp:127.0.0.1:7000\n") +
+                              kAddressHelp +
+                              "\nExit codes: 0 good; 1 the process gives no report; 2 a bad "
+                              "address, or bad usage; 3 it "
+                              "cannot be reached; 4 timed out.",
+                          [&tool] { return RailSeq::runHealth(tool.line, std::cout); });
+  tool.addTimeout(health, "Seconds that the process may take to answer, by default 10");
 }
 
 void addRecordingCommands(Tool& tool) {
@@ -217,9 +372,11 @@ int run(int argc, char** argv) {
   tool.app.footer(
       "Example:\n  railseq tree --board examples/boards/switch-2ucd.json\n\n"
       "railseq COMMAND --help tells more. Exit codes: 0 good; 1 see the command; 2 bad input or "
-      "usage.");
+      "usage; 3 a process cannot be reached or has gone; 4 timed out.");
   addCommands(tool);
   addRecordingCommands(tool);
+  addServe(tool);
+  addAttached(tool);
   try {
     tool.app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {

@@ -149,7 +149,7 @@ bool Connection::pump() {
   } catch (Exception const& failure) {
     fail(failure.what());
   }
-  if (closeRequested_) close();
+  if (closeRequested_) close(std::move(closeReason_));
   stateIs();
   return worked;
 }
@@ -248,13 +248,14 @@ bool Connection::dispatchFrames() {
   return frames != 0;
 }
 
-void Connection::close() {
+void Connection::close(std::string reason) {
   if (!isOpen()) return;
   if (pumping_) {
     closeRequested_ = true;
+    closeReason_ = std::move(reason);
     return;
   }
-  out_->frameIs(FrameKind::bye, [&] { out_->textIs(""); });
+  out_->frameIs(FrameKind::bye, [&] { out_->textIs(reason); });
   sendBytes();
   tearDown();
   stateIs();

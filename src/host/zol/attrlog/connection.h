@@ -164,8 +164,9 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   // One turn: owed flow-outs while there is room, bytes out, messages in. False when there was
   // nothing to do. Call it until it is false, then wait for the descriptor.
   bool pump();
-  // Says goodbye, sends what can be sent at once, and ends the connection.
-  void close();
+  // Says goodbye with a reason that the peer's `error()` will have, sends what can be sent at once,
+  // and ends the connection.
+  void close(std::string reason = {});
   // False once the connection has ended, for whatever reason.
   [[nodiscard]] bool isOpen() const noexcept { return phase_ != Phase::closed; }
   // What the connection is at, as of the last turn.
@@ -191,6 +192,12 @@ class ZOL_EXPORT Connection final : public PtrInterface {
 
   // The counts since the connection was made.
   [[nodiscard]] ConnectionCounters counters() const;
+  // What the peer has not been sent yet: the names of attributes, each with the number of entities
+  // that owe something of it; of an attribute with keys that may be one member or all. Entities
+  // that the peer does not know yet are owed under the attribute of their holder. An attribute that
+  // was not registered stands under its id. Bytes that only wait for the transport are in
+  // `out()->pending()`.
+  [[nodiscard]] std::map<std::string, std::size_t> owed() const { return demuxer_->owed(); }
 
  private:
   // What is awaited: the peer's hello, then messages, then nothing.
@@ -253,6 +260,7 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   std::chrono::steady_clock::time_point lastSent_;
   bool pumping_ = false;
   bool closeRequested_ = false;
+  std::string closeReason_;
   // The last read took all there was.
   bool drained_ = false;
   // The transport has ended, with this reason; what it brought is taken in first.

@@ -1,7 +1,6 @@
 #include "host/zol/attrlog/demuxer.h"
 
 #include <algorithm>
-#include <map>
 
 #include "host/zol/attrlog/dispatching.h"
 #include "host/zol/attrlog/stream_adapter.h"
@@ -86,6 +85,16 @@ std::vector<Ptr<Entity>> Demuxer::receivedWithoutHolder() const {
   std::vector<Ptr<Entity>> found;
   for (auto const& [id, entity] : byId) found.push_back(entity);
   return found;
+}
+
+std::map<std::string, std::size_t> Demuxer::owed() const {
+  std::map<std::string, std::size_t> owed;
+  for (auto const& [id, adapter] : reactors_) {
+    FlowOut const* const flow = id == adapter->entityId().value ? adapter->flowOut() : nullptr;
+    if (!flow) continue;
+    for (Name const& name : flow->owedAttributes()) ++owed[std::string(name.view())];
+  }
+  return owed;
 }
 
 void Demuxer::idDel(EntityId id) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <mutex>
 #include <string>
 #include <unordered_map>
@@ -85,6 +86,8 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   // done.
   bool turn();
   [[nodiscard]] bool idle() const noexcept { return queue_.empty(); }
+  // The names of the attributes of which something is owed, each with the number of entities.
+  [[nodiscard]] std::map<std::string, std::size_t> owed() const;
   // Whether the running flow-out may carry on: room for a full message, and budget. Once false,
   // false until that flow-out has returned.
   [[nodiscard]] bool continueFlowOut();

@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 #include <variant>
+#include <vector>
 
 #include "host/zol/attrlog/out.h"
 
@@ -107,6 +108,8 @@ class ZOL_EXPORT FlowOut : public PtrInterface {
 
   // Whether anything is owed still.
   [[nodiscard]] virtual bool hasDirtyAttributes() const;
+  // The names of the attributes of which something is owed, each once.
+  [[nodiscard]] virtual std::vector<Name> owedAttributes() const { return {}; }
 
  protected:
   // For the constructor of a level: the attribute is owed when `start` does not lie above it.

@@ -14,6 +14,7 @@ class ZOL_EXPORT LevelFlowOut final : public FlowOut {
                bool flag, AttributeId start);
   ~LevelFlowOut() override;
   [[nodiscard]] bool hasDirtyAttributes() const override;
+  [[nodiscard]] std::vector<Name> owedAttributes() const override;
 
   // The keys owed of the collection with this attribute id, which keeps them as `Keys`.
   template <class Keys>
@@ -24,6 +25,9 @@ class ZOL_EXPORT LevelFlowOut final : public FlowOut {
   }
 
  private:
+  [[nodiscard]] bool owesRow(LogRow const& row) const;
+
+  LogLevel const& level_;
   std::array<std::uint32_t, 2> owedMask_{};
   std::array<std::uint32_t, 2> syncedMask_{};
   std::map<AttributeId, std::unique_ptr<DirtyKeysBase>> keys_;
