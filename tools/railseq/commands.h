@@ -12,7 +12,7 @@ struct CommandLine {
   // The board file; empty when none was given.
   std::string board;
   // The process to attach to; empty when none was given.
-  std::string address;
+  std::string address = {};
   // Seconds that an answer may take.
   double timeout = 10;
   // Paths, assignments or names of types.

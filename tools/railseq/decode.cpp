@@ -68,7 +68,7 @@ class Decoder {
       out_ << jsonLine(json);
       return;
     }
-    out_ << timeText(time_) << (frame.fromSource ? "  <-  " : "  ->  ") << message.line()
+    out_ << offsetText(time_) << (frame.fromSource ? "  <-  " : "  ->  ") << message.line()
          << (outcome.empty() ? "" : "  [" + outcome + "]") << '\n';
   }
 
@@ -80,13 +80,13 @@ class Decoder {
       out_ << jsonLine(json);
       return;
     }
-    out_ << timeText(time_) << "  --  " << what << (about.empty() ? "" : ": ") << about << '\n';
+    out_ << offsetText(time_) << "  --  " << what << (about.empty() ? "" : ": ") << about << '\n';
   }
 
   [[nodiscard]] Json start(char const* direction) const {
-    return {{"time", static_cast<double>(time_) / 1e9},
-            {"clock", clockText(reader_.startedAt() + time_)},
-            {"direction", direction}};
+    Json json = timeJson(reader_.startedAt(), time_);
+    json["direction"] = direction;
+    return json;
   }
 
   RecordingReader& reader_;

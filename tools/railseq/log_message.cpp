@@ -183,8 +183,6 @@ class LogMessageReader::Parser {
     m_.kind = kind;
     entityIs(in_->nextU64());
     m_.what = what;
-    // Roots that did not come again are let go by now.
-    if (connection_ && m_.kind == "SYNCED") m_.target = "/";
   }
 
   void readMark() {
@@ -198,7 +196,6 @@ class LogMessageReader::Parser {
     m_.what = type < kTypes.size() ? kTypes[type] : "mark of type " + std::to_string(type);
     if (count != 0) note("n is " + std::to_string(count));
     if (type != 0) reader_.runs_.erase(id_.value);
-    if (type == 2) targetIs();
   }
 
   void readData() {
@@ -231,7 +228,6 @@ class LogMessageReader::Parser {
       return valueIs(hexField());
     }
     attrId < 0 ? readRemoval(*attr) : readChange(*attr);
-    targetIs();
   }
 
   void readRemoval(ZolAttr const& attr) {
@@ -425,11 +421,6 @@ class LogMessageReader::Parser {
   }
   void keyIs(Field const& key) {
     m_.key = key.json.is_string() ? key.json.get<std::string>() : key.text;
-  }
-  void targetIs() {
-    if (!entity_ || !isInTree(*entity_)) return;
-    m_.target = attributePath(entity_->uriPath().view(), m_.attribute);
-    if (m_.key) m_.target = memberPath(m_.target, *m_.key);
   }
   void valueIs(Field field) {
     m_.text = std::move(field.text);

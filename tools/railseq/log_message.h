@@ -32,8 +32,6 @@ struct LogMessage {
   std::string text;
   // What else there is to say, such as what is wrong with the frame.
   std::string note;
-  // The path below which the message may change a tree; empty when it changes none.
-  std::string target;
 
   // "switch (0x20) pollingEnabled = false"; the kind in front, in a column.
   [[nodiscard]] std::string line() const;

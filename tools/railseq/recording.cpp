@@ -7,8 +7,8 @@
 #include <optional>
 #include <ostream>
 
-#include "railseq/attachment.h"
 #include "railseq/command_error.h"
+#include "railseq/follow.h"
 #include "railseq/paths.h"
 #include "railseq/stop_signal.h"
 #include "railseq/wording.h"
@@ -22,10 +22,6 @@ constexpr std::uint64_t kReserve = 1024;
 // A source may give a long reason.
 constexpr std::size_t kLongestReason = 300;
 
-constexpr std::chrono::seconds kConnectTime{5};
-constexpr std::chrono::milliseconds kFirstPause{100};
-constexpr std::chrono::milliseconds kLongestPause{5000};
-
 [[nodiscard]] std::uint64_t now() {
   auto const sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
   return static_cast<std::uint64_t>(
@@ -35,100 +31,86 @@ constexpr std::chrono::milliseconds kLongestPause{5000};
 // One run of the command.
 class RecordRun {
  public:
-  RecordRun(RecordLine const& line, std::ostream& out)
-      : line_(line),
-        out_(out),
-        attachment_({.address = parseAddress(line.address),
-                     .ownName = "railseq record",
-                     .wrap = [this](auto transport) { return wrapped(std::move(transport)); },
-                     .stopFd = stop_.fd()}) {}
+  RecordRun(RecordLine const& line, std::ostream& out) : line_(line), out_(out) {
+    follow_.attachment = {.address = parseAddress(line.address),
+                          .ownName = "railseq record",
+                          .wrap = [this](auto transport) { return wrapped(std::move(transport)); },
+                          .onState =
+                              [this](auto& connection, auto state) {
+                                if (state == ConnectionState::closed) lost(connection.error());
+                              },
+                          .stopFd = stop_.fd()};
+    // A source that was never there is not waited for.
+    follow_.reconnects = false;
+    follow_.onSynced = [this](Attachment& attachment) { synced(attachment); };
+    follow_.isDone = [this] { return recorder_->isFull(); };
+    follow_.onLost = [this](std::string const& reason) { tell(reason + "; trying again"); };
+  }
+  RecordRun(RecordRun const&) = delete;
+  RecordRun& operator=(RecordRun const&) = delete;
 
   int run() {
-    if (!attachment_.connect(Clock::now() + kConnectTime)) {
-      out_ << "stopped before the source was reached; no file was written\n";
+    Attachment::End end = Attachment::End::done;
+    try {
+      end = runFollow(follow_);
+    } catch (CommandError const&) {
+      if (recorder_ && !recorder_->isFull()) recorder_->ended("never complete");
+      if (!recorder_ || !recorder_->isFull()) throw;
+    }
+    if (!recorder_) {
+      tell("stopped before " + line_.address + " was reached; no file was written");
       return static_cast<int>(ExitCode::peerLost);
     }
-    out_ << "recording " << line_.address << " to " << line_.file << std::endl;
-    std::string why = recordOne();
-    while (why.empty() && reconnect()) why = recordOne();
-    bool const isLost = !attachment_.connection()->isOpen();
-    if (why.empty()) why = Clock::now() >= deadline_ ? "the time is over" : "stopped";
-    attachment_.close();
+    std::string const why = end == Attachment::End::stopped    ? "stopped"
+                            : end == Attachment::End::timedOut ? "time is up"
+                                                               : "full";
     recorder_->ended(why);
     tellSummary(why);
-    return static_cast<int>(isLost ? ExitCode::peerLost : ExitCode::good);
+    return static_cast<int>(isLost_ ? ExitCode::peerLost : ExitCode::good);
   }
 
  private:
+  using ConnectionState = Zol::NboAttrLog::ConnectionState;
+
   std::unique_ptr<Recorder::Transport> wrapped(std::unique_ptr<Recorder::Transport> transport) {
     if (!recorder_) {
       recorder_.emplace(line_.file, line_.force, line_.maxBytes);
       if (line_.seconds > 0) {
-        deadline_ = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                       std::chrono::duration<double>(line_.seconds));
+        follow_.deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                              std::chrono::duration<double>(line_.seconds));
       }
+      tell("recording " + line_.address + " to " + line_.file);
     }
     ++connections_;
     return recorder_->connected(line_.address, std::move(transport));
   }
 
-  // Records until the connection is lost; otherwise gives the reason to end.
-  [[nodiscard]] std::string recordOne() {
-    bool isTold = false;
-    auto const isOver = [&] {
-      if (!isTold && attachment_.isSynced()) {
-        isTold = true;
-        pause_ = kFirstPause;
-        tellSynced();
-      }
-      return recorder_->isFull();
-    };
-    switch (attachment_.pumpUntil(isOver, deadline_)) {
-      case Attachment::End::done:
-        return "the file has the " + counted(line_.maxBytes, "byte") + " allowed";
-      case Attachment::End::timedOut:
-        return "the time is over";
-      case Attachment::End::stopped:
-        return "stopped";
-      case Attachment::End::lost:
-        break;
-    }
-    std::string const reason = attachment_.connection()->error().substr(0, kLongestReason);
-    recorder_->lost(reason);
-    if (recorder_->isFull())
-      return "the file has the " + counted(line_.maxBytes, "byte") + " allowed";
-    out_ << "lost: " << reason << "; trying again" << std::endl;
-    return "";
-  }
-
-  // False when it is time to end.
-  [[nodiscard]] bool reconnect() {
-    for (;;) {
-      if (!attachment_.pause(std::min(deadline_, Clock::now() + pause_))) return false;
-      if (Clock::now() >= deadline_) return false;
-      pause_ = std::min(pause_ * 2, kLongestPause);
-      try {
-        return attachment_.connect(std::min(deadline_, Clock::now() + kConnectTime));
-      } catch (CommandError const&) {
-        // Not there yet.
-      }
-    }
-  }
-
-  void tellSynced() {
+  void synced(Attachment const& attachment) {
+    follow_.reconnects = true;
+    isLost_ = false;
     std::string names;
-    for (auto const& root : attachment_.roots()) {
+    for (auto const& root : attachment.roots()) {
       names += (names.empty() ? "" : ", ") + rootPath(root->name().view());
     }
-    out_ << "the full state of " << names << " is there; changes follow" << std::endl;
+    tell("the full state of " + names + " is there; changes follow");
   }
 
+  void lost(std::string const& reason) {
+    if (recorder_->isFull()) {
+      follow_.reconnects = false;
+      return;
+    }
+    isLost_ = true;
+    recorder_->lost(reason.substr(0, kLongestReason));
+  }
+
+  void tell(std::string const& line) { out_ << line << std::endl; }
   void tellSummary(std::string const& why) {
     char seconds[40];
     std::snprintf(seconds, sizeof seconds, "%.1f s", static_cast<double>(recorder_->time()) / 1e9);
-    out_ << why << ": " << line_.file << " has " << counted(recorder_->file().records(), "record")
-         << " in " << counted(recorder_->file().size(), "byte") << ", " << seconds << ", "
-         << counted(connections_, "connection") << std::endl;
+    tell(why + ": " + line_.file + " has " + counted(recorder_->file().records(), "record") +
+         " in " + counted(recorder_->file().size(), "byte") + ", " + seconds + ", " +
+         counted(connections_, "connection"));
   }
 
   RecordLine const& line_;
@@ -136,10 +118,8 @@ class RecordRun {
   StopSignal stop_;
   std::optional<Recorder> recorder_;
   std::size_t connections_ = 0;
-  Clock::time_point deadline_ = Clock::time_point::max();
-  std::chrono::milliseconds pause_ = kFirstPause;
-  // Last, so that it ends before what it writes to.
-  Attachment attachment_;
+  bool isLost_ = false;
+  Follow follow_;
 };
 
 }  // namespace
@@ -152,7 +132,8 @@ class Recorder::Tee final : public Transport {
 
   Result read(std::span<std::uint8_t> to) override {
     std::size_t const room = std::min(to.size(), recorder_.room());
-    if (room == 0) return {};
+    // The connection is not to wait for what will never be read.
+    if (room == 0) return {Result::State::ended, 0, "the recording is full"};
     Result result = carrier_->read(to.first(room));
     note(RecordKind::received, to, result);
     return result;

@@ -177,13 +177,13 @@ std::string RecordingPlayer::note() const {
   if (!connection_) return "nothing had been received";
   std::string const before = wasComplete_ ? "" : "; the state was never complete";
   if (!connection_->isOpen()) {
-    return "the source was lost at " + timeText(lostAt_) + " (" + lossReason_ +
+    return "the source was lost at " + offsetText(lostAt_) + " (" + lossReason_ +
            "): the state is the last one received" + before;
   }
   if (isComplete_) return "";
   return formerRoots_.empty()
              ? "the state is incomplete: the source was still sending what it had to begin with"
-             : "the state is in part that of before the source was lost at " + timeText(lostAt_) +
+             : "the state is in part that of before the source was lost at " + offsetText(lostAt_) +
                    ": it was still sending what it had afterwards";
 }
 

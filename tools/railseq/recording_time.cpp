@@ -86,7 +86,7 @@ constexpr std::uint64_t kMostSeconds = 9000000000;
 
 }  // namespace
 
-std::string timeText(std::uint64_t nanoseconds) {
+std::string offsetText(std::uint64_t nanoseconds) {
   char text[48];
   std::snprintf(text, sizeof text, "+%llu.%06llu s",
                 static_cast<unsigned long long>(nanoseconds / kSecond),
@@ -106,6 +106,10 @@ std::string clockText(std::uint64_t nanoseconds) {
       static_cast<unsigned int>(seconds % 60),
       static_cast<unsigned long long>(nanoseconds % kSecond / 1000));
   return text;
+}
+
+Json timeJson(std::uint64_t startedAt, std::uint64_t time) {
+  return {{"time", clockText(startedAt + time)}, {"offset", static_cast<double>(time) / 1e9}};
 }
 
 std::uint64_t parseTime(std::string const& text, std::uint64_t startedAt) {

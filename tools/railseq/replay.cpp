@@ -6,17 +6,23 @@
 #include <ostream>
 
 #include "railseq/command_error.h"
-#include "railseq/log_message.h"
 #include "railseq/paths.h"
 #include "railseq/recording_player.h"
 #include "railseq/recording_time.h"
 #include "railseq/tree_difference.h"
-#include "railseq/tree_json.h"
-#include "railseq/tree_text.h"
+#include "railseq/tree_watcher.h"
+#include "railseq/trees.h"
 
 namespace RailSeq {
 
 namespace {
+
+// Whether `path` is `at`, or below it.
+[[nodiscard]] bool isAtOrBelow(std::string_view path, std::string_view at) {
+  if (!path.starts_with(at)) return false;
+  std::string_view const rest = path.substr(at.size());
+  return rest.empty() || rest.front() == '/' || rest.front() == '[';
+}
 
 constexpr std::uint64_t kEnd = std::numeric_limits<std::uint64_t>::max();
 
@@ -48,10 +54,10 @@ class Replay {
       next_.reset();
     }
     if (!next_ && time != kEnd && time > reader_.time()) {
-      note("the recording ends at " + timeText(reader_.time()));
+      note("the recording ends at " + offsetText(reader_.time()));
     }
     if (std::string const text = player.note(); !text.empty()) {
-      note("at " + timeText(next_ ? time : reader_.time()) + ": " + text);
+      note("at " + offsetText(next_ ? time : reader_.time()) + ": " + text);
     }
   }
   void playTo(RecordingPlayer& player, std::uint64_t time) {
@@ -81,16 +87,10 @@ class Replay {
   [[nodiscard]] int showTree() {
     RecordingPlayer player;
     playTo(player, timeOf(line_.at, kEnd));
-    Zol::ByName const tree(player.roots());
-    std::vector<std::string> const paths =
-        line_.paths.empty() ? pathsOf(player.roots()) : line_.paths;
     if (line_.json) {
-      out_ << jsonText(treeJson(player.roots(), tree));
+      out_ << jsonText(treesJson(player.roots(), line_.paths));
     } else {
-      std::vector<std::string> lines;
-      for (std::string const& path : paths)
-        std::ranges::copy(treeLines(tree, path), std::back_inserter(lines));
-      for (std::string const& text : lines) out_ << text << '\n';
+      for (std::string const& text : treeLines(player.roots(), line_.paths)) out_ << text << '\n';
     }
     return finish(player);
   }
@@ -106,8 +106,8 @@ class Replay {
     Snapshot const after = snapshot(player);
     requirePaths(player, {&before, &after});
     Json json = Json::array();
-    for (Difference const& difference : differences(before, after)) {
-      line_.json ? json.push_back(difference.json()) : void(out_ << difference.line() << '\n');
+    for (TreeChange const& change : differences(before, after)) {
+      line_.json ? json.push_back(changeJson(change)) : void(out_ << changeText(change) << '\n');
     }
     if (line_.json) out_ << jsonText(json);
     return finish(player);
@@ -117,25 +117,6 @@ class Replay {
 
  private:
   class Changes;
-
-  // A board file again, if the roots are those of a board and no path is given.
-  [[nodiscard]] Json treeJson(Roots const& roots, Zol::ByName const& tree) const {
-    Board board;
-    for (auto const& root : roots) {
-      if (auto const config = Zol::ptrCast<Config>(root); config && !board.config) {
-        board.config = config;
-      } else if (auto const status = Zol::ptrCast<Status>(root); status && !board.status) {
-        board.status = status;
-      }
-    }
-    bool const isBoard = board.config && board.roots().size() == roots.size();
-    if (line_.paths.empty() && isBoard) return boardJson(board);
-    Json json = Json::object();
-    for (std::string const& path : line_.paths.empty() ? pathsOf(roots) : line_.paths) {
-      json[path] = jsonAt(tree, path);
-    }
-    return json;
-  }
 
   [[nodiscard]] Snapshot snapshot(RecordingPlayer const& player) const {
     if (line_.paths.empty()) return snapshotOf(player.roots());
@@ -147,7 +128,7 @@ class Replay {
 
   static void requireOrder(std::uint64_t from, std::uint64_t to) {
     if (from > to) {
-      throw InputError("--from", timeText(from) + " is later than --to, " + timeText(to));
+      throw InputError("--from", offsetText(from) + " is later than --to, " + offsetText(to));
     }
   }
 
@@ -173,108 +154,71 @@ class Replay {
   std::string noted_;
 };
 
-// Tells each change as it happens. While the source sends what it has to begin with, nothing is
-// told; what differs afterwards from what was there before is told then.
+// Tells each change as it happens, once the trees have been there for the first time.
 class Replay::Changes {
  public:
   Changes(Replay& replay, std::uint64_t from)
       : replay_(replay),
         from_(from),
-        player_([this](RecordingPlayer::Frame const& frame, std::function<void()> const& apply) {
-          frameArrived(frame, apply);
-        }) {}
+        player_([this](RecordingPlayer::Frame const&, std::function<void()> const& apply) {
+          apply();
+          observe();
+        }),
+        watcher_([this](TreeChange const& change) { tell(change); }, replay.line_.json) {}
 
   [[nodiscard]] RecordingPlayer& player() { return player_; }
 
   void play(Record const& record) {
     time_ = record.time;
-    if (record.kind == RecordKind::connected) reader_ = {};
+    if (record.kind == RecordKind::lost) event("lost", "reason", record.bytes);
+    if (record.kind == RecordKind::ended) event("ended", "reason", record.bytes);
     player_.play(record);
     observe();
-    if (record.kind == RecordKind::connected) event("connected", record.bytes);
-    if (record.kind == RecordKind::lost) event("lost", record.bytes);
-    if (record.kind == RecordKind::ended) event("ended", record.bytes);
+    if (record.kind == RecordKind::connected) event("connected", "address", record.bytes);
   }
 
  private:
-  void frameArrived(RecordingPlayer::Frame const& frame, std::function<void()> const& apply) {
-    if (!frame.fromSource) return;
-    LogMessage const message = reader_.read(frame.bytes, player_.connection());
-    if (!player_.isComplete() || message.target.empty()) {
-      apply();
-      return observe();
-    }
-    Snapshot const before = snapshotAt(Zol::ByName(player_.roots()), message.target);
-    apply();
-    tell(before, snapshotAt(Zol::ByName(player_.roots()), message.target));
-    observe();
-  }
-
   void observe() {
     if (player_.isComplete() == isComplete_) return;
     isComplete_ = player_.isComplete();
-    if (!isComplete_) {
-      before_ = snapshotOf(player_.roots());
-      return;
-    }
+    if (!isComplete_) return;
     std::string names;
     for (std::string const& path : pathsOf(player_.roots())) {
       names += (names.empty() ? "" : ", ") + path;
     }
-    event("complete", names);
-    if (isAgain_) tell(before_, snapshotOf(player_.roots()));
-    isAgain_ = true;
-    before_.clear();
+    event("complete", "roots", names);
+    watcher_.rootsAre(player_.roots());
   }
 
-  void tell(Snapshot const& before, Snapshot const& after) {
-    if (time_ < from_) return;
-    for (Difference const& difference : differences(before, after)) {
-      if (!concerns(difference.path)) continue;
-      if (replay_.line_.json) {
-        Json json = timeJson();
-        json.update(difference.json());
-        write(json);
-      } else {
-        replay_.out_ << timeText(time_) << "  " << difference.line() << '\n';
-      }
-    }
+  void tell(TreeChange const& change) {
+    auto const isWanted = [&change](std::string const& wanted) {
+      return isAtOrBelow(change.path, wanted) || isAtOrBelow(wanted, change.path);
+    };
+    auto const& paths = replay_.line_.paths;
+    if (time_ < from_ || (!paths.empty() && std::ranges::none_of(paths, isWanted))) return;
+    if (replay_.line_.json) return write(changeJson(change));
+    replay_.out_ << offsetText(time_) << "  " << changeText(change) << '\n';
   }
 
-  void event(char const* what, std::string const& about) {
+  void event(char const* what, char const* name, std::string const& text) {
     if (time_ < from_) return;
-    if (replay_.line_.json) {
-      Json json = timeJson();
-      json["event"] = what;
-      json["about"] = about;
-      return write(json);
-    }
-    replay_.out_ << timeText(time_) << "  -- " << what << (about.empty() ? "" : ": ") << about
+    if (replay_.line_.json) return write({{"event", what}, {name, text}});
+    replay_.out_ << offsetText(time_) << "  -- " << what << (text.empty() ? "" : ": ") << text
                  << '\n';
   }
 
-  [[nodiscard]] bool concerns(std::string const& path) const {
-    auto const& paths = replay_.line_.paths;
-    return paths.empty() || std::ranges::any_of(paths, [&path](std::string const& wanted) {
-             return isAtOrBelow(path, wanted) || isAtOrBelow(wanted, path);
-           });
+  void write(Json const& json) {
+    Json line = timeJson(replay_.reader_.startedAt(), time_);
+    line.update(json);
+    replay_.out_ << jsonLine(line);
   }
-
-  [[nodiscard]] Json timeJson() const {
-    return {{"time", static_cast<double>(time_) / 1e9},
-            {"clock", clockText(replay_.reader_.startedAt() + time_)}};
-  }
-  void write(Json const& json) { replay_.out_ << jsonLine(json); }
 
   Replay& replay_;
   std::uint64_t from_;
   std::uint64_t time_ = 0;
-  LogMessageReader reader_;
   bool isComplete_ = false;
-  bool isAgain_ = false;
-  // The trees when they were complete the last time.
-  Snapshot before_;
   RecordingPlayer player_;
+  TreeWatcher watcher_;
 };
 
 int Replay::showChanges() {

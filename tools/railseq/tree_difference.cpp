@@ -11,12 +11,12 @@ namespace {
 [[nodiscard]] Standing standingOf(std::string const& path, Zol::Ptr<Zol::GenericIf> const& value) {
   Zol::Ptr<Zol::Entity> const entity = entityIn(value);
   if (!entity || !(entity->uriPath() == Zol::String8(path))) {
-    return {false, quotedText(value), valueJson(value)};
+    return {false, {quotedText(value), valueJson(value)}};
   }
   std::string const type(entity->fwkType()->name().view());
   return {true,
-          type + " " + inQuotes(entity->name().view()),
-          {{"type", type}, {"name", entity->name().view()}}};
+          {type + " " + inQuotes(entity->name().view()),
+           {{"type", type}, {"name", entity->name().view()}}}};
 }
 
 // Whether an entity above the path stands in one snapshot alone.
@@ -56,20 +56,19 @@ Snapshot snapshotOf(std::vector<Zol::Ptr<Zol::Entity>> const& roots) {
   return all;
 }
 
-bool isAtOrBelow(std::string_view path, std::string_view at) {
-  if (!path.starts_with(at)) return false;
-  std::string_view const rest = path.substr(at.size());
-  return rest.empty() || rest.front() == '/' || rest.front() == '[';
-}
-
-std::vector<Difference> differences(Snapshot const& before, Snapshot const& after) {
-  using Kind = Difference::Kind;
-  std::vector<Difference> all;
-  auto const add = [&](Kind kind, std::string const& path, Standing const& was,
-                       Standing const& is) {
-    if (kind == Kind::removed && isBelowEntityOf(path, before, after)) return;
-    if (kind == Kind::added && isBelowEntityOf(path, after, before)) return;
-    all.push_back({kind, path, was, is});
+std::vector<TreeChange> differences(Snapshot const& before, Snapshot const& after) {
+  using Kind = TreeChange::Kind;
+  std::vector<TreeChange> all;
+  auto const add = [&](std::string const& path, Standing const* was, Standing const* is) {
+    bool const wasEntity = was && was->isEntity;
+    bool const isEntity = is && is->isEntity;
+    // A single child that is not there stands as None.
+    Kind const kind = wasEntity == isEntity ? Kind::changed
+                      : isEntity            ? Kind::added
+                                            : Kind::removed;
+    if (!is && isBelowEntityOf(path, before, after)) return;
+    if (!was && isBelowEntityOf(path, after, before)) return;
+    all.push_back({kind, path, was ? &was->value : nullptr, is ? &is->value : nullptr});
   };
   auto was = before.begin();
   auto is = after.begin();
@@ -79,40 +78,18 @@ std::vector<Difference> differences(Snapshot const& before, Snapshot const& afte
     bool const isNew =
         was == before.end() || (is != after.end() && comesBefore(is->first, was->first));
     if (isGone) {
-      add(Kind::removed, was->first, was->second, Standing{});
+      add(was->first, &was->second, nullptr);
     } else if (isNew) {
-      add(Kind::added, is->first, Standing{}, is->second);
-    } else if (!(was->second == is->second)) {
-      // A single child that is not there stands as None.
-      Kind const kind = was->second.isEntity == is->second.isEntity ? Kind::changed
-                        : is->second.isEntity                       ? Kind::added
-                                                                    : Kind::removed;
-      add(kind, is->first, was->second, is->second);
+      add(is->first, nullptr, &is->second);
+    } else if (was->second.isEntity != is->second.isEntity ||
+               was->second.value.text != is->second.value.text ||
+               was->second.value.json != is->second.value.json) {
+      add(is->first, &was->second, &is->second);
     }
     if (!isNew) ++was;
     if (!isGone) ++is;
   }
   return all;
-}
-
-std::string Difference::line() const {
-  switch (kind) {
-    case Kind::changed:
-      return path + ": " + before.text + " -> " + after.text;
-    case Kind::added:
-      return path + (after.isEntity ? " added" : " = " + after.text + " added");
-    case Kind::removed:
-      break;
-  }
-  return path + (before.isEntity ? " removed" : " = " + before.text + " removed");
-}
-
-Json Difference::json() const {
-  Json json = {{"path", path}};
-  json["change"] = kind == Kind::changed ? "changed" : kind == Kind::added ? "added" : "removed";
-  if (kind != Kind::added) json["before"] = before.json;
-  if (kind != Kind::removed) json["after"] = after.json;
-  return json;
 }
 
 }  // namespace RailSeq
