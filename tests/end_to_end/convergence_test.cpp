@@ -12,108 +12,136 @@ namespace {
 
 using namespace test;
 
-enum class Mount { readOnly, writable, breaking };
+enum class Mount { readOnly, writable, crossing, breaking };
 
 class Session {
  public:
   Session(unsigned int seed, Mount mount)
       : hand_(seed),
         seed_(seed),
-        writable_(mount == Mount::writable),
-        breaks_(mount == Mount::breaking) {
+        writable_(mount == Mount::writable || mount == Mount::crossing),
+        crosses_(mount == Mount::crossing),
+        breaks_(mount == Mount::breaking || (crosses_ && seed % 2 != 0)) {
     roots_ = {Hardware::Ucd9012::configFactory("config"),
               Hardware::Ucd9012::statusFactory("status")};
-    connect();
+    links_.push_back(connect("agent"));
   }
   ~Session() {
     cut();
-    Zol::NboAttrLog::forgetPeer("agent");
+    for (Link const& link : links_) Zol::NboAttrLog::forgetPeer(link.agent);
   }
 
   void run() {
     for (int i = 0; i < 30; ++i) change(*roots_[0]);
     mount();
     for (int phase = 0; phase < 4; ++phase) {
-      // Only one end writes at a time; the other hears all of it before it writes itself.
-      bool const there = writable_ && phase % 2 != 0;
+      // Three ends write at once: a chain, or two replicas of one source.
+      if (phase == 1 && crosses_ && !breaks_) {
+        links_.push_back(connect("far agent"));
+        mount();
+      }
       for (int i = 0; i < 80; ++i) {
         auto const& root = roots_[random()() % 2];
-        change(there ? *mirror(*root) : *root);
-        if (random()() % 4 == 0) source_->pump();
-        if (random()() % 4 == 0) replica_->pump();
+        auto const replica = mirror(links_[random()() % links_.size()], *root);
+        change(replica && replicaWrites(phase) ? *replica : *root);
+        for (Link const& link : links_) {
+          if (random()() % 4 == 0) link.source->pump();
+          if (random()() % 4 == 0) link.replica->pump();
+        }
         if (random()() % 16 == 0) listen();
         if (breaks_ && random()() % 24 == 0) {
           cut();
-          connect();
+          links_.assign(1, connect("agent"));
           mount();
         }
       }
       // A trickle that moves nothing once is not at its end yet.
       for (int idle = 0; idle < 30; ++idle) {
-        if (source_->pump() || replica_->pump()) idle = 0;
+        for (Link const& link : links_) {
+          if (link.source->pump() || link.replica->pump()) idle = 0;
+        }
       }
-      ASSERT_NO_FATAL_FAILURE(expectEqual());
+      for (Link const& link : links_) ASSERT_NO_FATAL_FAILURE(expectEqual(link));
+      for (auto const& ears : ears_) ASSERT_EQ(ears->outdated(), "");
+      ears_.clear();
     }
   }
 
  private:
-  void connect() {
+  struct Link {
+    char const* agent;
+    Zol::Ptr<Connection> source;
+    Zol::Ptr<Connection> replica;
+  };
+
+  [[nodiscard]] Link connect(char const* agent) {
     auto const there = std::make_shared<std::deque<std::uint8_t>>();
     auto const back = std::make_shared<std::deque<std::uint8_t>>();
     ConnectionOptions options;
     if (seed_ % 4 < 2) options.outCapacity = 1;
     options.maxFrame = 1;  // the smallest rings, which wrap around often
     options.inCapacity = 1;
-    source_ = Connection::over(std::make_unique<Trickle>(back, there, random()), options);
-    options.peerName = "agent";
-    replica_ = Connection::over(std::make_unique<Trickle>(there, back, random()), options);
+    auto const source = Connection::over(std::make_unique<Trickle>(back, there, random()), options);
+    options.peerName = agent;
+    return {agent, source,
+            Connection::over(std::make_unique<Trickle>(there, back, random()), options)};
   }
+  // Over the last link: from the source, or by the replica of the first link.
   void mount() {
+    bool const chained = links_.size() > 1 && seed_ % 4 == 2;
     for (auto const& root : roots_) {
-      source_->mountIs(root,
-                       {writable_ ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
+      links_.back().source->mountIs(
+          chained ? mirror(links_.front(), *root) : root,
+          {writable_ ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
     }
   }
   // What is on its way is lost.
   void cut() {
-    source_->close();
-    replica_->close();
+    for (Link const& link : links_) {
+      link.source->close();
+      link.replica->close();
+    }
+  }
+  // Unless they cross, only one end writes at a time, and the other hears all of it before it
+  // writes itself.
+  [[nodiscard]] bool replicaWrites(int phase) {
+    return writable_ && (crosses_ ? random()() % 2 : static_cast<unsigned int>(phase) % 2) != 0;
   }
   [[nodiscard]] std::mt19937& random() { return hand_.random(); }
-  [[nodiscard]] Zol::Ptr<Zol::Entity> mirror(Zol::Entity& root) const {
-    return replica_->mounted(root.name());
+  [[nodiscard]] static Zol::Ptr<Zol::Entity> mirror(Link const& link, Zol::Entity& root) {
+    return link.replica->mounted(root.name());
   }
   void change(Zol::Entity& root) { hand_.change(root); }
   void listen() {
     for (auto const& root : roots_) {
-      if (auto const there = mirror(*root)) ears_.push_back(std::make_unique<Ears>(*there));
+      if (auto const there = mirror(links_.back(), *root)) {
+        ears_.push_back(std::make_unique<Ears>(*there));
+      }
     }
   }
-  void expectEqual() {
+  void expectEqual(Link const& link) {
     for (auto const& root : roots_) {
-      ASSERT_TRUE(mirror(*root)) << source_->error() << replica_->error();
-      ASSERT_EQ(textOf(*root), textOf(*mirror(*root)));
-      ASSERT_EQ(Zol::digest(*root), Zol::digest(*mirror(*root)));
-      ASSERT_TRUE(replica_->synced(root->name()));
+      auto const there = mirror(link, *root);
+      ASSERT_TRUE(there) << link.source->error() << link.replica->error();
+      ASSERT_EQ(textOf(*root), textOf(*there));
+      ASSERT_EQ(Zol::digest(*root), Zol::digest(*there));
+      ASSERT_TRUE(link.replica->synced(root->name()));
     }
-    for (Connection* const end : {source_.get(), replica_.get()}) {
+    for (Connection* const end : {link.source.get(), link.replica.get()}) {
       Zol::NboAttrLog::ConnectionCounters const counters = end->counters();
-      ASSERT_EQ(counters.refused, 0U);
-      ASSERT_EQ(counters.unknown, 0U);
+      ASSERT_TRUE(crosses_ || counters.refused + counters.unknown == 0);
       ASSERT_EQ(counters.listenerFailures + counters.unreplicated, 0U);
     }
-    ASSERT_TRUE(writable_ || replica_->counters().messagesOut == 0);
-    for (auto const& ears : ears_) ASSERT_EQ(ears->outdated(), "");
-    ears_.clear();
+    ASSERT_TRUE(writable_ || link.replica->counters().messagesOut == 0);
   }
 
   Hand hand_;
   unsigned int const seed_;
   bool const writable_;
+  bool const crosses_;
   bool const breaks_;
   std::vector<Zol::Ptr<Zol::Entity>> roots_;
-  Zol::Ptr<Connection> source_;
-  Zol::Ptr<Connection> replica_;
+  std::vector<Link> links_;
   std::vector<std::unique_ptr<Ears>> ears_;
 };
 
@@ -133,6 +161,8 @@ void runAll(Mount mount) {
 TEST(Convergence, ofAReadOnlyReplicaHoweverTheBytesTravel) { runAll(Mount::readOnly); }
 
 TEST(Convergence, ofAWritableReplicaHoweverTheBytesTravel) { runAll(Mount::writable); }
+
+TEST(Convergence, ofTwoEndsThatWriteAtOnce) { runAll(Mount::crossing); }
 
 TEST(Convergence, overConnectionsThatBreakAnywhere) { runAll(Mount::breaking); }
 

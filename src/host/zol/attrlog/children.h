@@ -70,6 +70,17 @@ struct Children : Collection<A, Children<A>> {
     adapter.channelModeIs(MsgChannel::Mode::applied);
   }
 
+  static void remove(EntityAdapter& adapter, Inbound& message) {
+    In::Position const start = message.in.position();
+    Key const key = WireForm<Key>::read(message.in);
+    if (message.applies && !message.prefixOnly &&
+        adapter.isUnknownToSource(Common::entryAt(adapter, key))) {
+      return requireEnd(message);
+    }
+    message.in.positionIs(start);
+    Common::remove(adapter, message);
+  }
+
   static bool transact(EntityAdapter& adapter, LogRow::TransactionType type, FlowIn*) {
     if (type == LogRow::TransactionType::begin) {
       Common::repeated(adapter, [&](auto const& it) { adapter.childStale(it.entry()); });
@@ -101,7 +112,8 @@ struct Children : Collection<A, Children<A>> {
                                .attr = A::kCached,
                                .react = &Common::react,
                                .apply = &apply,
-                               .remove = &Common::remove,
+                               .answer = &Common::answer,
+                               .remove = &remove,
                                .serialize = &Common::serialize,
                                .transact = &transact,
                                .freeState = &Common::freeState,

@@ -89,6 +89,12 @@ struct Collection {
     A::del(holder(adapter), key);
   }
 
+  // Any message about a member begins with its key.
+  static void answer(EntityAdapter& adapter, Inbound& message) {
+    Key key = WireForm<Key>::read(message.in);
+    react(adapter, &key);
+  }
+
   // Sends what is owed of the collection: all members inside a bracket, and then the dirty keys.
   // True when nothing of it is owed any more.
   static bool owed(EntityAdapter& adapter) {

@@ -103,6 +103,7 @@ void Connection::announce(OwnMount& mount) {
       mount.root->zolNboAttrLogSaIs({flagWeak | access}, 1, out_, mount.context.get());
   adapter->zolOnInit();
   mount.id = adapter->entityId();
+  if (mount.context->writable()) out_->numbersMessagesIs(true);
   out_->frameIs(FrameKind::mount, [&] {
     out_->u64Is(mount.id.value);
     out_->u8Is(mount.context->writable() ? 1 : 0);
@@ -241,6 +242,7 @@ bool Connection::dispatchFrames() {
     in_->positionIs(in_->position() + kLengthSize);
     in_->boundIs(end);
     frameArrived();
+    in_->frameTaken();
     in_->positionIs(end);
     ++frames;
   }

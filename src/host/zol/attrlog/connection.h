@@ -239,12 +239,18 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   void markArrived();
   void syncedArrived();
   void forgetArrived();
+  void lacksArrived();
   void byeArrived();
   [[nodiscard]] Name nameArrived(char const* what);
   void requireFrameEnd(char const* what);
   [[nodiscard]] PeerMount* peerMount(EntityId id);
   // Runs a call of an adapter that applies a message, and judges what comes out of it; false when
   // it was refused or has thrown.
+  // Whether both ends may write the adapter's entity, and this end owns it.
+  [[nodiscard]] static bool ownsForBoth(Entity::ZolNboAttrLogSa const& adapter);
+  // Brings the peer to this end's state where the two may have come apart over its message, whose
+  // payload begins at `payload`.
+  void settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool applied, In::Position payload);
   template <class Call>
   bool apply(Entity::ZolNboAttrLogSa& adapter, AttributeId id, Call&& call);
 

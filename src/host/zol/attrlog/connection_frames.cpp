@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "host/zol/attrlog/connection.h"
-#include "host/zol/attrlog/stream_adapter.h"
+#include "host/zol/attrlog/entity_adapter.h"
 #include "host/zol/registry/zol_type.h"
 
 namespace Zol::NboAttrLog {
@@ -19,6 +19,7 @@ bool isFeature(AttributeId id) { return id == kSyncModeAttr || std::abs(id) == k
 }  // namespace
 
 void Connection::frameArrived() {
+  in_->frameBegins();
   std::uint8_t const number = in_->nextU8();
   auto const kind = static_cast<FrameKind>(number);
   if ((phase_ == Phase::hello) != (kind == FrameKind::hello)) {
@@ -38,6 +39,8 @@ void Connection::frameArrived() {
       return syncedArrived();
     case FrameKind::forget:
       return forgetArrived();
+    case FrameKind::lacks:
+      return lacksArrived();
     case FrameKind::bye:
       return byeArrived();
     case FrameKind::alive:
@@ -109,6 +112,7 @@ void Connection::mountArrived() {
     return;
   }
   peerMounts_.push_back({id, name, new MountContext(false, access == 1), nullptr});
+  if (access == 1) out_->numbersMessagesIs(true);
 }
 
 Connection::PeerMount* Connection::peerMount(EntityId id) {
@@ -151,7 +155,7 @@ void Connection::dataArrived() {
   std::uint8_t const bits = in_->nextU8();
   std::uint32_t const fixedSize = (bits & kDataFixedSize) != 0 ? in_->nextU32() : 0;
   if ((bits & kDataChildMark) != 0) in_->nextU32();
-  if ((bits & kDataSeen) != 0) in_->nextU32();
+  if ((bits & kDataSeen) != 0) in_->seenIs(in_->nextU32());
   auto const size = static_cast<unsigned int>(in_->left());
   if ((bits & kDataVariable) == 0 && size != fixedSize) {
     in_->malformed("payload of " + std::to_string(size) + " bytes, " + std::to_string(fixedSize) +
@@ -179,8 +183,16 @@ void Connection::dataArrived() {
     dispatch(-attrId, true);
     dispatch(attrId);
   };
+  if (in_->seen()) {
+    // A text in pieces was written when its first piece was.
+    Ptr<FlowIn> const begun = demuxer_->flowIn(adapter->entityId());
+    if (begun && begun->aid() == attrId && begun->hasIter() && begun->seen()) {
+      in_->seenIs(*begun->seen());
+    }
+  }
   bool const replica = adapter->isReplica();
-  apply(*adapter, attrId, [&] {
+  Ptr<Entity::ZolNboAttrLogSa> const hold(adapter);
+  bool const applied = apply(*adapter, attrId, [&] {
     try {
       dispatch(attrId);
     } catch (GiveWayException const&) {
@@ -190,6 +202,47 @@ void Connection::dataArrived() {
       replace();
     }
   });
+  if (out_->numbersMessages()) settle(*adapter, attrId, applied, payload);
+}
+
+bool Connection::ownsForBoth(Entity::ZolNboAttrLogSa const& adapter) {
+  return !adapter.isReplica() && !adapter.has(flagInReadOnly);
+}
+
+// The owner's order decides. It applies what the peer has written, and when the peer had not seen
+// the last that the owner said of the attribute, or the owner is still saying it, it says once more
+// what holds now: that is the last that either end hears. What it refused it answers too.
+//
+// A replica that does not know what a message refers to has removed that itself, and its removal
+// is on the way: the owner is told what is missing here.
+void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool applied,
+                        In::Position payload) {
+  if (!adapter.entity() || !adapter.nboAttrLogOut()) return;
+  bool answers = false;
+  if (ownsForBoth(adapter)) {
+    Ptr<FlowIn> const flow = demuxer_->flowIn(adapter.entityId());
+    bool const underWay = flow && flow->aid() == id && flow->hasIter();
+    if (underWay) flow->seenIs(in_->seen());
+    bool const crossed =
+        adapter.flowOut() || (in_->seen() && adapter.messageOrder().sentBehind(id, *in_->seen()));
+    answers = !applied || (crossed && !underWay);
+  } else if (adapter.has(flagStreaming) && !applied && in_->unknownReference().value != 0) {
+    out_->frameIs(FrameKind::lacks, [&] {
+      out_->u64Is(adapter.entityId().value);
+      out_->u32Is(static_cast<std::uint32_t>(id));
+      out_->u64Is(in_->unknownReference().value);
+    });
+  }
+  if (!answers) return;
+  in_->frameTaken();
+  in_->positionIs(payload);
+  try {
+    answerPeer(adapter, id, *in_);
+  } catch (MalformedMessageException const&) {
+    throw;
+  } catch (Exception const&) {
+    ++counters_.listenerFailures;
+  }
 }
 
 void Connection::orphanArrived() {
@@ -289,6 +342,7 @@ void Connection::markArrived() {
   std::uint8_t const type = in_->nextU8();
   std::uint32_t const n = in_->nextU32();
   if (type > 2) in_->malformed("mark of type " + std::to_string(type));
+  if (out_->numbersMessages()) in_->seenIs(n);
   requireFrameEnd("mark frame");
   Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
   if (!adapter) {
@@ -336,6 +390,21 @@ void Connection::forgetArrived() {
   Ptr<Entity> const hold = orphan->second;
   orphans_.erase(orphan);
   store_->gone(*hold);
+}
+
+void Connection::lacksArrived() {
+  EntityId const id = in_->nextEntityId();
+  in_->nextU32();  // the attribute; all of the entity is told anew
+  EntityId const referred = in_->nextEntityId();
+  requireFrameEnd("lacks frame");
+  Entity::ZolNboAttrLogSa* const adapter = demuxer_->reactor(id);
+  if (!adapter) {
+    ++counters_.unknown;
+  } else if (!ownsForBoth(*adapter)) {
+    ++counters_.refused;
+  } else {
+    demuxer_->peerLacks(*adapter, referred);
+  }
 }
 
 void Connection::byeArrived() {

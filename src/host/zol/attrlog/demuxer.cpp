@@ -198,10 +198,30 @@ void Demuxer::dequeue(Entity::ZolNboAttrLogSa& adapter) {
   std::erase_if(queue_, [&](auto const& queued) { return queued.get() == &adapter; });
 }
 
+void Demuxer::messageCommitted(EntityId id, AttributeId attribute) {
+  if (Entity::ZolNboAttrLogSa* const adapter = reactor(id)) {
+    adapter->messageOrder().sent(attribute, out_->framesCommitted());
+  }
+}
+
+// What the peer says that it lacks it gets announced again, by the holder or as an entity without
+// one. A peer that refuses it each time does not keep both ends busy.
+void Demuxer::peerLacks(Entity::ZolNboAttrLogSa& adapter, EntityId referred) {
+  if (Entity::ZolNboAttrLogSa* const lacked = reactor(referred)) {
+    if (!lacked->entity() || !lacked->messageOrder().mayBeLackedAgain()) return;
+    Entity* const holder = lacked->entity()->zolParent();
+    if (holder || lacked->orphan_) lacked->announced_ = false;
+    Ptr<Entity::ZolNboAttrLogSa> const above = holder ? holder->zolNboAttrLogSa(out_) : nullptr;
+    if (above) above->walkAgain();
+  }
+  adapter.walkAgain();
+}
+
 void Demuxer::announcementCommitted(EntityId id) {
   Entity::ZolNboAttrLogSa* const adapter = reactor(id);
   if (!adapter) return;
   adapter->announcementCommitted();
+  if (out_->numbersMessages()) adapter->messageOrder().announced(out_->framesCommitted());
   wake(*adapter->entity());
 }
 
@@ -312,6 +332,7 @@ void Demuxer::run(Entity::ZolNboAttrLogSa& adapter) {
     adapter.idleRounds_ = 0;
     adapter.walkDone_ = true;
     adapter.recomputeBits();
+    adapter.doThis();
     return;
   }
   // What stands behind a reference that waits goes on without it; a walk or a text does not.

@@ -72,6 +72,11 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   void createFlowOut(StreamAdapter& adapter, ConnectDesc const& desc, bool flag, AttributeId start);
   void flowOutDel(Entity::ZolNboAttrLogSa& adapter);
   void enqueue(Entity::ZolNboAttrLogSa& adapter);
+  // A message about an attribute has been committed; noted where messages are numbered.
+  void messageCommitted(EntityId id, AttributeId attribute);
+  // The peer could not take in a message of the adapter, because it does not know what `referred`
+  // names: it is told of the adapter's entity anew, and of what it lacks.
+  void peerLacks(Entity::ZolNboAttrLogSa& adapter, EntityId referred);
   // A message that announced the entity with this id has been committed.
   void announcementCommitted(EntityId id);
   // Announces an entity that stands below nothing this log knows. The present message stays open.

@@ -357,6 +357,8 @@ void EntityAdapter::childLeaves(LogRow const& row, Entity& child) {
   Ptr<Entity::ZolNboAttrLogSa> const adapter = row.announce(*this, childFlags(), child);
   doFixChildFlags(*adapter);
   if (syncMode() == SyncMode::mark || has(flagScheduledFlowOut)) adapter->doThis();
+  // The peer may hold more of the child than this end does.
+  if (answers_ && !adapter->flowOut()) adapter->walkAgain();
 }
 
 void EntityAdapter::heldChildLeaves(AttributeId id, Zol_BitSet flags, Entity& child) {
@@ -380,7 +382,16 @@ void EntityAdapter::childStale(Entity* child) const {
 
 bool EntityAdapter::isUnconfirmed(Entity& child) const {
   Ptr<Entity::ZolNboAttrLogSa> const adapter = child.zolNboAttrLogSa(nboAttrLogOut());
+  if (adapter && isUnknownToSource(&child)) return false;
   return !adapter || adapter->has(flagStale);
+}
+
+bool EntityAdapter::isUnknownToSource(Entity* child) const {
+  Ptr<In> const in(nboAttrLogOut()->reverseLog());
+  if (!child || !isReplica() || !in || !in->seen()) return false;
+  Ptr<Entity::ZolNboAttrLogSa> const adapter = child->zolNboAttrLogSa(nboAttrLogOut());
+  return adapter && !adapter->entityId().fromPeer() &&
+         adapter->messageOrder().announcedBehind(*in->seen());
 }
 
 EntityId EntityAdapter::peekEntityId(Inbound& message) {
@@ -392,6 +403,30 @@ EntityId EntityAdapter::peekEntityId(Inbound& message) {
   }
   message.in.positionIs(at);
   return id;
+}
+
+void EntityAdapter::answer(AttributeId id, In& in) {
+  LogRow const* const row = level_->find(id);
+  if (!row) return;
+  struct Anew {
+    explicit Anew(EntityAdapter& of) : adapter(of) {
+      adapter.answers_ = true;
+      adapter.flagsIs(flagAnnounced, false);
+    }
+    ~Anew() {
+      adapter.answers_ = false;
+      adapter.recomputeBits();
+    }
+    EntityAdapter& adapter;
+  } const anew(*this);
+  if (!row->answer) return row->react(*this, nullptr);
+  Inbound message{in, id, static_cast<unsigned int>(in.left()), false, false, nullptr};
+  row->answer(*this, message);
+}
+
+void answerPeer(Entity::ZolNboAttrLogSa& adapter, AttributeId id, In& in) {
+  auto* const rows = dynamic_cast<EntityAdapter*>(&adapter);
+  if (rows && rows->entity()) rows->answer(id, in);
 }
 
 void announceHeldChild(Entity::ZolNboAttrLogSa& holder, AttributeId id, Entity::Zol_BitSet flags,

@@ -82,6 +82,11 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
   void childStale(Entity* child) const;
   // Whether a sweep takes the child: nothing on this stream has confirmed it.
   [[nodiscard]] bool isUnconfirmed(Entity& child) const;
+  // Whether the owner did not know yet that this end has made the child when it wrote the present
+  // message: what it takes out is an earlier one. It will answer the announcement.
+  [[nodiscard]] bool isUnknownToSource(Entity* child) const;
+  // Sends what there is now of what a message of the peer was about. A child is announced anew.
+  void answer(AttributeId id, In& in);
   // Takes out one member that the source does not have, unheard by the peer.
   template <class Del>
   void sweep(Del&& del) {
@@ -123,9 +128,15 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
   }
 
   LogLevel const* level_ = nullptr;
+  // What leaves is an answer to the peer.
+  bool answers_ = false;
   // The change of the entity at which something was owed last.
   std::uint32_t owedAt_ = 0;
 };
+
+// Sends the peer what there is now of what its message about attribute `id` was about; `in` stands
+// at the start of the payload.
+ZOL_EXPORT void answerPeer(Entity::ZolNboAttrLogSa& adapter, AttributeId id, In& in);
 
 // Asks the adapter of the child's holder, which exists, to announce the child; does nothing when
 // the holder's class has no such child attribute.

@@ -72,6 +72,8 @@ class ZOL_EXPORT FlowOut : public PtrInterface {
   [[nodiscard]] bool hasValueIter() const noexcept { return valueIter_.has_value(); }
   // Throws `InternalException` "!rsc->valueIter()" when one is saved already.
   void valueEnq(String8::IteratorConst position);
+  // The text of the saved position, which must be there.
+  [[nodiscard]] String8 const& valueText() const noexcept { return valueIter_->text(); }
   // Takes the saved position; an iterator over the empty text when there is none.
   String8::IteratorConst valueDeq();
 
@@ -159,6 +161,9 @@ class ZOL_EXPORT FlowIn : public PtrInterface {
   // Throws `InternalException` "!rsc->idx()" when there is one already.
   void idxIs(LogKey key);
   void idxDel() noexcept { idx_.reset(); }
+  // What the writer of the text's first piece had seen; see `In::seen()`.
+  [[nodiscard]] std::optional<std::uint32_t> seen() const noexcept { return seen_; }
+  void seenIs(std::optional<std::uint32_t> frames) noexcept { seen_ = frames; }
   // Counts the text as it stands now among the connection's partial texts; gives their sum.
   std::size_t accounted();
 
@@ -171,6 +176,7 @@ class ZOL_EXPORT FlowIn : public PtrInterface {
   bool handlingTransaction_ = false;
   std::unique_ptr<String8::Iterator> iter_;
   std::optional<LogKey> idx_;
+  std::optional<std::uint32_t> seen_;
 };
 
 }  // namespace NboAttrLog

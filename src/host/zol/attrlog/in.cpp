@@ -99,9 +99,11 @@ Ptr<Entity> NboAttrLog::In::nextEntity() {
   EntityId const id = nextEntityId();
   if (id.value == 0) return nullptr;
   Entity* const entity = demuxer_ ? demuxer_->entity(id) : nullptr;
-  if (!entity)
+  if (!entity) {
+    unknownReference_ = id;
     throw AttrLogEntityException(
         format("unknown entity id %#llx", static_cast<unsigned long long>(id.value)));
+  }
   return entity;
 }
 

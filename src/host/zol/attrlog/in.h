@@ -125,6 +125,24 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
     throwWrongType();
   }
 
+  // Frames taken in whole since the start, of all kinds.
+  [[nodiscard]] std::uint32_t framesTaken() const noexcept { return framesTaken_; }
+  // The present frame has been taken in; again for the same one: nothing.
+  void frameTaken() noexcept {
+    framesTaken_ += taken_ ? 0 : 1;
+    taken_ = true;
+  }
+  // The id that the last reference in the present frame named and this end does not know; 0: none.
+  [[nodiscard]] EntityId unknownReference() const noexcept { return unknownReference_; }
+  // How many frames of this end the writer of the present frame had taken in, where it says so.
+  [[nodiscard]] std::optional<std::uint32_t> seen() const noexcept { return seen_; }
+  void seenIs(std::uint32_t frames) noexcept { seen_ = frames; }
+  void frameBegins() noexcept {
+    unknownReference_ = {};
+    seen_.reset();
+    taken_ = false;
+  }
+
   [[nodiscard]] Demuxer* demuxer() const noexcept { return demuxer_; }
   void demuxerIs(Demuxer* demuxer) noexcept { demuxer_ = demuxer; }
 
@@ -132,6 +150,10 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
   [[noreturn]] static void throwWrongType();
 
   Demuxer* demuxer_ = nullptr;
+  std::uint32_t framesTaken_ = 0;
+  bool taken_ = false;
+  EntityId unknownReference_;
+  std::optional<std::uint32_t> seen_;
 };
 
 }  // namespace NboAttrLog

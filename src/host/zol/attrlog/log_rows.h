@@ -43,6 +43,9 @@ struct LogRow {
   void (*react)(EntityAdapter&, void* key);
   // Reads a message about the attribute.
   void (*apply)(EntityAdapter&, Inbound&);
+  // Sends the peer what there is now of what its message was about, which is read from its start
+  // for the key; null: the reaction does it.
+  void (*answer)(EntityAdapter&, Inbound&) = nullptr;
   // Reads one that removes a member, or clears a child.
   void (*remove)(EntityAdapter&, Inbound&) = nullptr;
   // Sends what is owed of a text or collection; true when nothing more is.

@@ -4,6 +4,7 @@
 #include <bit>
 
 #include "host/zol/attrlog/demuxer.h"
+#include "host/zol/attrlog/in.h"
 
 namespace Zol {
 
@@ -61,6 +62,8 @@ Out::Bytes& Out::staged() { return direct_ ? *direct_ : message().bytes; }
 void Out::nextHeaderIs(MsgHeader const& header) {
   Message& message = this->message();
   message.bytes.clear();
+  message.entityId = header.entityId;
+  message.attrId = header.attrId;
   message.sectionStart = 0;
   message.announced = {};
   message.overlong = false;
@@ -72,10 +75,12 @@ void Out::nextHeaderIs(MsgHeader const& header) {
   bool const sized = !header.isVariable && header.fixedSize != 0;
   unsigned int const bits = (header.isVariable ? kDataVariable : 0U) |
                             (header.trailer ? kDataTrailer : 0U) | (sized ? kDataFixedSize : 0U) |
-                            (header.childMark != 0 ? kDataChildMark : 0U);
+                            (header.childMark != 0 ? kDataChildMark : 0U) |
+                            (numbersMessages_ ? kDataSeen : 0U);
   u8Is(static_cast<std::uint8_t>(bits));
   if (sized) u32Is(header.fixedSize);
   if (header.childMark != 0) u32Is(header.childMark);
+  if (numbersMessages_) u32Is(in_ ? in_->framesTaken() : 0);
 }
 
 void Out::currentPayloadSectionIs(PayloadSection section) {
@@ -123,8 +128,11 @@ void Out::commit() {
   queue_.insert(queue_.end(), message.bytes.begin(), message.bytes.end());
   bytesCommitted_ += message.bytes.size();
   ++messagesCommitted_;
+  ++framesCommitted_;
   message.bytes.clear();
-  if (message.announced.value != 0 && demuxer_) demuxer_->announcementCommitted(message.announced);
+  if (!demuxer_) return;
+  if (numbersMessages_) demuxer_->messageCommitted(message.entityId, message.attrId);
+  if (message.announced.value != 0) demuxer_->announcementCommitted(message.announced);
 }
 
 void Out::openMessageDel() noexcept {
@@ -143,6 +151,7 @@ std::size_t Out::beginFrame(FrameKind kind) {
 void Out::endFrame(std::size_t start) {
   patchLength(queue_, start, queue_.size() - start - kLengthSize);
   bytesCommitted_ += queue_.size() - start;
+  ++framesCommitted_;
   direct_ = nullptr;
 }
 

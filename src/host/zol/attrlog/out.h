@@ -106,6 +106,12 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   // dropped and counted.
   void maxFrameIs(std::size_t bytes) noexcept { maxFrame_ = bytes; }
   void scheduledIs(bool value) noexcept { scheduled_ = value; }
+  // From now on each message says how many frames of the peer had been taken in when it was made,
+  // and is noted with its own number, so that both ends can tell which messages have crossed.
+  void numbersMessagesIs(bool value) noexcept { numbersMessages_ = value; }
+  [[nodiscard]] bool numbersMessages() const noexcept { return numbersMessages_; }
+  // Frames committed since the start, of all kinds.
+  [[nodiscard]] std::uint32_t framesCommitted() const noexcept { return framesCommitted_; }
   [[nodiscard]] std::span<std::uint8_t const> pending() const noexcept;
   void sent(std::size_t bytes) noexcept;
   // Bytes and attribute messages committed since the start.
@@ -118,6 +124,8 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
  private:
   struct Message {
     Bytes bytes;
+    EntityId entityId;
+    AttributeId attrId = 0;
     std::size_t sectionStart = 0;
     EntityId announced;
     bool open = false;
@@ -143,6 +151,8 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   Bytes queue_;
   std::size_t head_ = 0;
   bool scheduled_ = false;
+  bool numbersMessages_ = false;
+  std::uint32_t framesCommitted_ = 0;
   std::uint64_t bytesCommitted_ = 0;
   std::uint64_t messagesCommitted_ = 0;
   std::uint64_t dropped_ = 0;

@@ -47,12 +47,23 @@ struct References : Collection<A, References<A>> {
     A::set(Common::holder(adapter), referred);
   }
 
+  // An entity that this end does not know, or that has another class, has no entry here. Which name
+  // it has there is not known, so the peer gets the whole collection.
+  static void answer(EntityAdapter& adapter, Inbound& message) {
+    if (message.id < 0) return Common::answer(adapter, message);
+    Entity* const referred = adapter.streamDemuxer()->entity(message.in.nextEntityId());
+    if (!referred) return adapter.walkAgain();
+    Key key = referred->name();
+    Common::react(adapter, &key);
+  }
+
   static constexpr LogRow kRow{.id = A::kId,
                                .kind = LogRow::Kind::collection,
                                .bit = A::kBit,
                                .attr = A::kCached,
                                .react = &Common::react,
                                .apply = &apply,
+                               .answer = &answer,
                                .remove = &Common::remove,
                                .serialize = &Common::serialize,
                                .transact = &Common::transact,

@@ -213,6 +213,16 @@ void Entity::ZolNboAttrLogSa::doThis() {
   if (textUnderWay) flowOut()->pendingAbortIs(textId, true);
 }
 
+void Entity::ZolNboAttrLogSa::walkAgain() {
+  needsWalk_ = true;
+  if (!flowOut()) doThis();
+}
+
+MessageOrder& Entity::ZolNboAttrLogSa::messageOrder() {
+  if (!messageOrder_) messageOrder_ = std::make_unique<MessageOrder>();
+  return *messageOrder_;
+}
+
 void Entity::ZolNboAttrLogSa::doFixChildFlags(ZolNboAttrLogSa& child) {
   child.flagsIs(flagApplying | flagStale | flagQuiet, false);
   child.recomputeBits();
@@ -238,8 +248,9 @@ void Entity::ZolNboAttrLogSa::sendTransactionMarker(AttributeId id, AttrTransact
     out->u64Is(entityId().value);
     out->u32Is(static_cast<std::uint32_t>(id));
     out->u8Is(static_cast<std::uint8_t>(type));
-    out->u32Is(n);
+    out->u32Is(out->numbersMessages() && out->reverseLog() ? out->reverseLog()->framesTaken() : n);
   });
+  if (out->numbersMessages()) messageOrder().sent(id, out->framesCommitted());
 }
 
 bool Entity::ZolNboAttrLogSa::handlingFlowInFor(AttributeId) const {

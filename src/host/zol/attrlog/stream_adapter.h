@@ -3,9 +3,11 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "host/zol/attrlog/demuxer.h"
+#include "host/zol/attrlog/message_order.h"
 #include "host/zol/attrlog/msg_channel.h"
 #include "host/zol/entity.h"
 
@@ -182,6 +184,10 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
 
   // Asks for all that is owed since the announcement: gives the adapter a full flow.
   void doThis();
+  // All of the entity is owed once more, behind what is owed now.
+  void walkAgain();
+  // When messages of this end about the entity have gone out; kept where both ends may write.
+  [[nodiscard]] MessageOrder& messageOrder();
   // Sets right what a child adapter must not have from its parent, and starts its walk if one is
   // due.
   void doFixChildFlags(ZolNboAttrLogSa& child);
@@ -218,6 +224,8 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   [[nodiscard]] PtrInterface::NotifieeConst* ownListener() const noexcept {
     return levels_[levelCount_ - 1].listener.get();
   }
+  // Derives the bits of the flag word that follow from the rest of the state.
+  void recomputeBits();
 
  private:
   friend class NboAttrLog::Demuxer;
@@ -231,13 +239,12 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
 
   void levelAttached(Entity* entity, Level level);
   void detachLevels();
-  // Derives the bits that follow from the state below.
-  void recomputeBits();
   void announcementCommitted();
 
   std::array<Level, kMaxLevels> levels_{};
   std::size_t levelCount_ = 0;
   std::vector<EntityId> otherIds_;
+  std::unique_ptr<MessageOrder> messageOrder_;
   AttributeId resume_ = 0;
   unsigned int idleRounds_ = 0;
   bool announced_ = false;

@@ -52,13 +52,16 @@ struct Texts : Collection<A, Texts<A>> {
   static constexpr auto sendDirty = &sendEntry;
 
   // The run that is under way comes before anything else of the collection; its text is the one
-  // that it began with.
+  // that it began with. What the peer has put in its place meanwhile is owed behind it.
   static bool runEnds(EntityAdapter& adapter, LevelFlowOut& flow) {
     if (flow.attrId() != A::kId || !flow.hasValueKey()) return true;
     Key const key = std::get<Key>(flow.valueKeyDeq());
-    if (!A::send(A::adapter(adapter), key, String8(), false)) {
+    String8 const text = flow.hasValueIter() ? flow.valueText() : String8();
+    bool const sent = A::send(A::adapter(adapter), key, String8(), false);
+    Entry const* const entry = Common::entryAt(adapter, key);
+    if (!sent || !entry || *entry->zolValue() != text) {
       Common::dirty(flow).dirtyIs(key);
-      return false;
+      return sent;
     }
     Common::dirty(flow).dirtyDel(key);
     return true;
@@ -115,6 +118,7 @@ struct Texts : Collection<A, Texts<A>> {
                                .attr = A::kCached,
                                .react = &Common::react,
                                .apply = &apply,
+                               .answer = &Common::answer,
                                .remove = &Common::remove,
                                .serialize = &Common::serialize,
                                .transact = &transact,

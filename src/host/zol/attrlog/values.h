@@ -49,6 +49,7 @@ struct Values : Collection<A, Values<A>> {
                                .attr = A::kCached,
                                .react = &Common::react,
                                .apply = &apply,
+                               .answer = &Common::answer,
                                .remove = &Common::remove,
                                .serialize = &Common::serialize,
                                .transact = &Common::transact,

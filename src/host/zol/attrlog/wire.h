@@ -6,10 +6,11 @@
 //   MOUNT   u64 root id, u8 access, text name
 //   DATA    u64 entity id, i32 attribute id, u8 bits, u32 fixedSize?, u32 childMark?, u32 seen?,
 //           payload
-//   MARK    u64 entity id, i32 attribute id, u8 type, u32 n
+//   MARK    u64 entity id, i32 attribute id, u8 type, u32 n (seen, where both ends write)
 //   SYNCED  u64 root id
 //   FORGET  u64 entity id
 //   BYE     text reason
+//   LACKS   u64 entity id, i32 attribute id, u64 id that the message referred to
 //   ALIVE   nothing: sent when nothing else has been, so that the peer knows that this end is there
 //
 // A text is a u32 length and the bytes; a text chunk is a u8 "more follows", a u32 length and the
@@ -32,6 +33,7 @@ enum class FrameKind : std::uint8_t {
   forget = 6,
   bye = 7,
   alive = 0xa1,
+  lacks = 0xa2,
 };
 
 inline constexpr std::uint8_t kSkippableKind = 0x80;

@@ -1,0 +1,175 @@
+// Both ends of a writable mount write at once: their messages cross, and at rest both ends are
+// equal.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "support/raw_peer.h"
+#include "support/replica_pair.h"
+#include "support/tree.h"
+
+namespace {
+
+using namespace test;
+
+constexpr MountOptions kWritable{MountOptions::writableByPeer};
+
+class Crossing : public ::testing::Test {
+ protected:
+  Crossing() {
+    config->dexoDescIs("bus", new Hardware::SmbusDevice("eeprom"), 1, 2, 3, {}, false, {}, {},
+                       false, {}, 0);
+    auto const main = addController(*config, "main");
+    main->locationIs("rack");
+    main->diagCommandConfigIs("diag")->parameterIs(1, "one");
+    main->kernelPanicEepromDexoIs("panic", 1, 2);
+    main->kernelPanicEepromDexoDel();
+    pair.mount(config, kWritable);
+  }
+
+  // Neither end has heard of what the other writes when it writes.
+  void atOnce(std::function<void(Config&)> const& here, std::function<void(Config&)> const& there) {
+    here(*config);
+    there(*mirror());
+    pair.flow();
+  }
+  [[nodiscard]] Zol::Ptr<Config> mirror() const { return pair.mirror(); }
+  void expectEqual() {
+    EXPECT_EQ(textOf(*config), textOf(*mirror()));
+    EXPECT_EQ(Zol::digest(*config), Zol::digest(*mirror()));
+    EXPECT_TRUE(pair.source->isOpen() && pair.replica->isOpen());
+  }
+
+  Zol::Ptr<Config> const config = Hardware::Ucd9012::configFactory("board");
+  ReplicaPair pair;
+};
+
+Ucd9012ControllerConfig& mainOf(Config& config) { return *config.realUcd9012Controller("main"); }
+
+Hardware::Ucd9012::Ucd9012DiagConfig& diagOf(Config& config) {
+  return *mainOf(config).diagCommandConfig();
+}
+
+TEST_F(Crossing, theOwnerSaysItOnceMoreAndNothingWhenNothingCrossed) {
+  auto const sent = [this] { return pair.source->counters().messagesOut; };
+  mainOf(*mirror()).reloadCauseSortKeyIs(3);
+  std::uint64_t const before = sent();
+  pair.flow();
+  EXPECT_EQ(sent(), before);
+  // A message goes out through each of the two listeners of a chip's adapter.
+  atOnce([](Config& at) { mainOf(at).reloadCauseSortKeyIs(1); },
+         [](Config& at) { mainOf(at).reloadCauseSortKeyIs(2); });
+  EXPECT_EQ(mainOf(*config).reloadCauseSortKey(), 2U);
+  EXPECT_GT(sent(), before + 2);
+  expectEqual();
+}
+
+TEST_F(Crossing, endsEqualForEachKindOfAttribute) {
+  struct Case {
+    std::function<void(Config&)> here;
+    std::function<void(Config&)> there;
+  };
+  std::string const longText(200000, 'x');
+  std::vector<std::pair<char const*, Case>> const cases{
+      {"texts",
+       {[](Config& at) { mainOf(at).locationIs("here"); },
+        [](Config& at) { mainOf(at).locationIs("there"); }}},
+      {"long texts",
+       {[&](Config& at) { mainOf(at).locationIs(longText); },
+        [&](Config& at) { mainOf(at).locationIs(longText + "there"); }}},
+      {"long keyed texts",
+       {[&](Config& at) { diagOf(at).parameterIs(1, longText); },
+        [&](Config& at) { diagOf(at).parameterIs(1, longText + "there"); }}},
+      {"a removed text",
+       {[](Config& at) { diagOf(at).parameterDel(1); },
+        [](Config& at) { diagOf(at).parameterIs(1, "there"); }}},
+      {"a text removed there",
+       {[](Config& at) { diagOf(at).parameterIs(1, "here"); },
+        [](Config& at) { diagOf(at).parameterDel(1); }}},
+      {"rails made of other entities",
+       {[](Config& at) {
+          mainOf(at).voltageRailIs(1, new Environment::Power::VoltageRailConfig("here"),
+                                   new Environment::Power::VoltageRailStatus("here"));
+        },
+        [](Config& at) {
+          mainOf(at).voltageRailIs(1, new Environment::Power::VoltageRailConfig("there"),
+                                   new Environment::Power::VoltageRailStatus("there"));
+        }}},
+      {"controllers made differently",
+       {[](Config& at) { addController(at, "new")->locationIs("here"); },
+        [](Config& at) {
+          at.realUcd9012ControllerIs("new", "another customer", nullptr, nullptr, nullptr)
+              ->locationIs("there");
+        }}},
+      {"controllers made equal, with other contents",
+       {[](Config& at) { addController(at, "equal")->diagModeConfigIs("here"); },
+        [](Config& at) { addController(at, "equal")->diagModeConfigIs("there"); }}},
+      {"a change of what has been removed",
+       {[](Config& at) { at.realUcd9012ControllerDel("equal"); },
+        [](Config& at) { at.realUcd9012Controller("equal")->readyIs(true); }}},
+      {"a member made of what has been removed",
+       {[](Config& at) { at.dexoDescDel("bus"); },
+        [](Config& at) {
+          at.realPsocControllerIs("of bus", "customer", at.dexoDesc("bus"), nullptr, nullptr);
+        }}},
+      {"a reference to what has been removed",
+       {[](Config& at) { at.controllerIs(at.realUcd9012Controller("new")); },
+        [](Config& at) { at.realUcd9012ControllerDel("new"); }}},
+  };
+  for (auto const& [name, one] : cases) {
+    SCOPED_TRACE(name);
+    atOnce(one.here, one.there);
+    expectEqual();
+  }
+}
+
+TEST_F(Crossing, whatAReplicaMadeIsNotTakenOutByWhatWasWrittenBefore) {
+  mainOf(*config).kernelPanicEepromDexoIs("panic", 1, 2);
+  pair.flow();
+  mainOf(*config).kernelPanicEepromDexoDel();
+  mainOf(*mirror()).kernelPanicEepromDexoDel();
+  auto const made = mainOf(*mirror()).kernelPanicEepromDexoIs("panic", 3, 4);
+  pair.flow();
+  EXPECT_EQ(mainOf(*mirror()).kernelPanicEepromDexo(), made);
+  expectEqual();
+}
+
+TEST_F(Crossing, aReplicaThatLacksWhatAMessageRefersToGetsItAgain) {
+  auto const gone = addController(*config, "gone");
+  pair.flow();
+  atOnce([&](Config& at) { at.controllerIs(gone); },
+         [](Config& at) { at.realUcd9012ControllerDel("gone"); });
+  EXPECT_GT(pair.replica->counters().refused, 0U);
+  ASSERT_TRUE(mirror()->controller("gone"));
+  EXPECT_EQ(config->controller("gone"), gone);
+  expectEqual();
+}
+
+TEST(LacksFrames, ofAPeerThatMayNotWriteOrThatGoesOnAndOnAreNotAnswered) {
+  constexpr unsigned int kLacks = 0xa2;
+  constexpr std::uint64_t kRoot = 0x8000000000000020;
+  constexpr std::uint64_t kMain = kRoot + 2;
+  for (bool const writable : {false, true}) {
+    RawPeer peer;
+    auto const config = Hardware::Ucd9012::configFactory("board");
+    addController(*config, "main");
+    peer.connection->mountIs(
+        config, {writable ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
+    peer.send(Frame::hello());
+    std::size_t const before = peer.received().size();
+    for (int i = 0; i < 100; ++i) peer.send(Frame(kLacks).u64(kRoot).u32(262).u64(kMain));
+    std::size_t const more = peer.received().size() - before;
+    EXPECT_EQ(peer.connection->counters().refused, writable ? 0U : 100U);
+    EXPECT_EQ(more > 0, writable);
+    peer.send(Frame(kLacks).u64(kRoot).u32(262).u64(kMain));
+    EXPECT_EQ(peer.received().size(), before + more);
+    peer.send(Frame(kLacks).u64(0x77).u32(262).u64(kMain));
+    EXPECT_EQ(peer.connection->counters().unknown, 1U);
+    peer.send(Frame(kLacks).u64(kRoot).u32(262));
+    EXPECT_FALSE(peer.connection->isOpen());
+  }
+}
+
+}  // namespace
