@@ -53,8 +53,8 @@ class Decoder {
   }
 
   void frameArrived(RecordingPlayer::Frame const& frame, std::function<void()> const& apply) {
-    LogMessage message = frame.fromSource ? received_.read(frame.bytes, player_.connection())
-                                          : sent_.read(frame.bytes, nullptr);
+    LogMessage const message = (frame.fromSource ? received_ : sent_)
+                                   .read(frame.bytes, player_.connection(), frame.fromSource);
     std::uint64_t const refused = player_.refused();
     std::uint64_t const unknown = player_.unknown();
     apply();

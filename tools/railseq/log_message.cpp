@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 #include "railseq/attribute_values.h"
 #include "railseq/input_error.h"
@@ -82,8 +81,13 @@ std::string hexText(std::string_view bytes) {
 
 class LogMessageReader::Parser {
  public:
-  Parser(LogMessageReader& reader, std::string_view frame, Connection const* connection)
-      : reader_(reader), frame_(frame), connection_(connection), in_(new In(frame.size() + 1)) {
+  Parser(LogMessageReader& reader, std::string_view frame, Connection const* connection,
+         bool fromSource)
+      : reader_(reader),
+        frame_(frame),
+        connection_(connection),
+        fromSource_(fromSource),
+        in_(new In(frame.size() + 1)) {
     std::span<std::uint8_t> const room = in_->room();
     std::copy(frame.begin(), frame.end(), room.begin());
     in_->received(frame.size());
@@ -143,6 +147,8 @@ class LogMessageReader::Parser {
       case FrameKind::alive:
         m_.kind = "ALIVE";
         return;
+      case FrameKind::lacks:
+        return readLacks();
     }
     m_.kind = "UNKNOWN";
     m_.what = "frame of kind " + std::to_string(number) + ":";
@@ -185,6 +191,14 @@ class LogMessageReader::Parser {
     m_.what = what;
   }
 
+  void readLacks() {
+    m_.kind = "LACKS";
+    entityIs(in_->nextU64());
+    attributeIs(static_cast<AttributeId>(in_->nextU32()));
+    m_.what = "could not take in what refers to";
+    valueIs(reference(in_->nextU64()));
+  }
+
   void readMark() {
     m_.kind = "MARK";
     entityIs(in_->nextU64());
@@ -194,7 +208,7 @@ class LogMessageReader::Parser {
     std::uint32_t const count = in_->nextU32();
     static constexpr std::array<char const*, 3> kTypes{"begin", "abort", "end"};
     m_.what = type < kTypes.size() ? kTypes[type] : "mark of type " + std::to_string(type);
-    if (count != 0) note("n is " + std::to_string(count));
+    if (count != 0) m_.seen = count;
     if (type != 0) reader_.runs_.erase(id_.value);
   }
 
@@ -205,7 +219,7 @@ class LogMessageReader::Parser {
     std::uint8_t const bits = in_->nextU8();
     std::uint32_t const fixedSize = (bits & kDataFixedSize) != 0 ? in_->nextU32() : 0;
     if ((bits & kDataChildMark) != 0) in_->nextU32();
-    if ((bits & kDataSeen) != 0) in_->nextU32();
+    if ((bits & kDataSeen) != 0) m_.seen = in_->nextU32();
     start_ = static_cast<std::size_t>(in_->position());
     if ((bits & kDataVariable) == 0 && in_->left() != fixedSize) {
       note("payload of " + std::to_string(in_->left()) + " bytes, " + std::to_string(fixedSize) +
@@ -214,7 +228,7 @@ class LogMessageReader::Parser {
     if (EntityId(number) == Zol::kOrphanEntityId && attrId == Zol::kOrphanAttrId)
       return readOrphan();
     entityIs(number);
-    if (std::abs(attrId) == kWrappedAttr) {
+    if ((attrId == kWrappedAttr || attrId == -kWrappedAttr)) {
       m_.what = attrId > 0 ? "wrapped message:" : "wrapped removal:";
       return valueIs(hexField());
     }
@@ -222,7 +236,7 @@ class LogMessageReader::Parser {
       m_.what = "sync mode";
       return valueIs(wholeNumber(in_->nextU32()));
     }
-    ZolAttr const* const attr = attributeIs(attrId < 0 ? -attrId : attrId);
+    ZolAttr const* const attr = attributeIs(attrId);
     if (!attr) {
       m_.what = attrId < 0 ? "removed:" : ":";
       return valueIs(hexField());
@@ -388,13 +402,20 @@ class LogMessageReader::Parser {
   Field reference(std::uint64_t number) {
     if (number == 0) return {"None", nullptr};
     Entity const* const entity = entityOf(number);
-    std::string const text = entity ? nameOf(*entity) : "unknown entity " + hexNumber(number);
+    std::string const text = entity ? nameOf(*entity) : "unknown entity " + idText(number);
     return {text, text};
   }
 
+  // An id as the replica stores it: the source's, as the source's frames have it, without the bit
+  // that says so.
+  [[nodiscard]] EntityId idOf(std::uint64_t number) const {
+    return fromSource_ ? EntityId(number).seenFromOtherEnd() : EntityId(number);
+  }
+  [[nodiscard]] std::string idText(std::uint64_t number) const {
+    return hexNumber(fromSource_ ? number : EntityId(number).seenFromOtherEnd().value);
+  }
   [[nodiscard]] Entity const* entityOf(std::uint64_t number) const {
-    return connection_ ? connection_->demuxer()->entity(EntityId(number).seenFromOtherEnd())
-                       : nullptr;
+    return connection_ ? connection_->demuxer()->entity(idOf(number)) : nullptr;
   }
   [[nodiscard]] bool isInTree(Entity const& entity) const {
     Entity const& root = outermost(entity);
@@ -407,13 +428,16 @@ class LogMessageReader::Parser {
   }
 
   void entityIs(std::uint64_t number) {
-    m_.id = hexNumber(number);
-    id_ = EntityId(number).seenFromOtherEnd();
+    m_.id = idText(number);
+    id_ = idOf(number);
     entity_ = entityOf(number);
     m_.entity = entity_ ? nameOf(*entity_) : "unknown entity";
   }
   ZolAttr const* attributeIs(AttributeId id) {
-    ZolAttr const* const attr = entity_ ? entity_->fwkType()->attr(id) : nullptr;
+    // The negated id stands for a removal. The least number has no positive one.
+    auto const number = static_cast<std::uint32_t>(id);
+    auto const positive = static_cast<AttributeId>(id < 0 ? 0U - number : number);
+    ZolAttr const* const attr = entity_ ? entity_->fwkType()->attr(positive) : nullptr;
     bool const isKnown = attr && isAttribute(*attr);
     m_.attribute =
         isKnown ? std::string(attr->name().view()) : "unknown attribute " + std::to_string(id);
@@ -430,6 +454,7 @@ class LogMessageReader::Parser {
   LogMessageReader& reader_;
   std::string_view frame_;
   Connection const* connection_;
+  bool fromSource_;
   Zol::Ptr<In> in_;
   LogMessage m_;
   // Where what is not yet told of the frame begins.
@@ -438,8 +463,9 @@ class LogMessageReader::Parser {
   Entity const* entity_ = nullptr;
 };
 
-LogMessage LogMessageReader::read(std::string_view frame, Connection const* connection) {
-  return Parser(*this, frame, connection).message();
+LogMessage LogMessageReader::read(std::string_view frame, Connection const* connection,
+                                  bool fromSource) {
+  return Parser(*this, frame, connection, fromSource).message();
 }
 
 std::string LogMessage::line() const {
@@ -468,6 +494,7 @@ Json LogMessage::json() const {
   if (key) json["key"] = *key;
   add("what", what);
   if (!text.empty() || !value.is_null()) json["value"] = value;
+  if (seen) json["seen"] = *seen;
   add("note", note);
   return json;
 }

@@ -15,7 +15,8 @@ namespace RailSeq {
 
 // What one frame says. Parts that it does not have are empty.
 struct LogMessage {
-  // "HELLO", "MOUNT", "DATA", "MARK", "SYNCED", "FORGET", "BYE", "ALIVE", or "UNKNOWN".
+  // "HELLO", "MOUNT", "DATA", "MARK", "SYNCED", "FORGET", "BYE", "ALIVE", "LACKS", or
+  // "UNKNOWN".
   std::string kind;
   // The path of an entity of a mounted tree, "type:name" of another one.
   std::string entity;
@@ -30,6 +31,8 @@ struct LogMessage {
   Json value;
   // The value as text.
   std::string text;
+  // How many frames of the other end the writer had taken in, where it says so.
+  std::optional<std::uint32_t> seen;
   // What else there is to say, such as what is wrong with the frame.
   std::string note;
 
@@ -39,14 +42,16 @@ struct LogMessage {
   [[nodiscard]] Json json() const;
 };
 
-// Reads the frames of one connection, each before it is applied. Never trusts a length.
+// Reads the frames of one direction of a connection, each before it is applied. Never trusts a
+// length.
 class LogMessageReader {
  public:
   using Connection = Zol::NboAttrLog::Connection;
 
-  // `frame`: from the kind on. `connection`: what takes in the frames, and knows the entities; null
-  // for frames that go the other way.
-  [[nodiscard]] LogMessage read(std::string_view frame, Connection const* connection);
+  // `frame`: from the kind on. `connection`: what takes in the source's frames, and knows the
+  // entities; may be null. `fromSource`: false for a frame that goes the other way.
+  [[nodiscard]] LogMessage read(std::string_view frame, Connection const* connection,
+                                bool fromSource);
 
  private:
   class Parser;
