@@ -110,8 +110,8 @@ TEST(BadBoardFile, EndsWithExitCodeTwoAndNothingIsStarted) {
 }
 
 TEST(Help, IsGivenWithExamplesForEveryCommand) {
-  for (char const* const command :
-       {"", "demo", "get", "set", "count", "tree", "types", "lint", "complete"}) {
+  for (char const* const command : {"", "demo", "get", "set", "count", "tree", "types", "lint",
+                                    "record", "replay", "decode", "complete"}) {
     Outcome const run = railseq(std::string(command) + " --help");
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output, AllOf(HasSubstr("Example"), HasSubstr("Exit codes")));

@@ -48,7 +48,7 @@ _railseq() {
   COMPREPLY=()
 
   if ((last == 1)); then
-    mapfile -t COMPREPLY < <(compgen -W 'demo get set count tree types lint complete --help' -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W 'demo get set count tree types lint record replay decode complete --help' -- "$current")
     return
   fi
 
@@ -58,11 +58,20 @@ _railseq() {
     get | count | tree | types) options+=' --board --json' ;;
     set) options+=' --board --json --tree' ;;
     lint) options+=' --json' ;;
+    record) options+=' --for --max-bytes --force' ;;
+    replay) options+=' --at --from --to --changes --json' ;;
+    decode) options+=' --json' ;;
     complete) options+=' --board' ;;
     *) return ;;
   esac
 
-  if [[ $previous == --board ]]; then
+  if [[ $command == @(replay|decode) && $current != -* ]] ||
+    [[ $command == record && $last -ge 3 && $current != @(-*|unix:*) ]]; then
+    case $previous in
+      --at | --from | --to | --for | --max-bytes) return ;;
+    esac
+    _railseq_files "$current"
+  elif [[ $previous == --board ]]; then
     _railseq_files "$current"
   elif [[ $current == --board=* ]]; then
     _railseq_files "${current#--board=}"
