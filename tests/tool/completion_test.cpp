@@ -62,10 +62,12 @@ TEST(BashCompletion, OffersCommandsOptionsFilesPathsAndValues) {
   std::string const get = "railseq get --board switch-2ucd.json ";
   std::string const main = "switch/realUcd9012Controller[main]";
   std::pair<std::string, std::string> const lines[] = {
-      {"railseq ", "demo get set count tree types lint complete --help"},
+      {"railseq ", "demo get set count tree types lint record replay decode complete --help"},
       {"railseq co", "count complete"},
       {"railseq set --", "--help --board --json --tree"},
       {"railseq nonsense --", ""},
+      {"railseq replay sw", "switch-2ucd.json"},
+      {"railseq replay x --c", "--changes"},
       {"railseq lint sw", "switch-2ucd.json"},
       {"railseq tree --board ser", "server-ucd90320.json"},
       {"railseq tree --board=ser", "server-ucd90320.json"},

@@ -52,12 +52,12 @@ class RecordingPlayer::Tape {
    public:
     explicit Reel(std::shared_ptr<Tape> tape) : tape_(std::move(tape)) {}
     Result read(std::span<std::uint8_t> to) override {
-      std::string& bytes = tape_->bytes;
-      std::size_t const count = std::min(to.size(), bytes.size());
+      std::string& waiting = tape_->bytes;
+      std::size_t const count = std::min(to.size(), waiting.size());
       if (count == 0 && tape_->hasEnded) return {Result::State::ended, 0, {}};
       if (count == 0) return {};
-      std::copy_n(bytes.begin(), count, to.begin());
-      bytes.erase(0, count);
+      std::copy_n(waiting.begin(), count, to.begin());
+      waiting.erase(0, count);
       return {Result::State::moved, count, {}};
     }
     Result write(std::span<std::uint8_t const> from) override {
