@@ -62,10 +62,14 @@ TEST(BashCompletion, OffersCommandsOptionsFilesPathsAndValues) {
   std::string const get = "railseq get --board switch-2ucd.json ";
   std::string const main = "switch/realUcd9012Controller[main]";
   std::pair<std::string, std::string> const lines[] = {
-      {"railseq ", "demo serve get set count tree watch wait health types lint complete --help"},
+      {"railseq ",
+       "demo serve get set count tree watch wait health types lint record replay decode complete "
+       "--help"},
       {"railseq co", "count complete"},
       {"railseq set --", "--help --board --timeout --json --tree"},
       {"railseq nonsense --", ""},
+      {"railseq replay sw", "switch-2ucd.json"},
+      {"railseq replay x --c", "--changes"},
       {"railseq lint sw", "switch-2ucd.json"},
       {"railseq serve ser", "server-ucd90320.json"},
       {"railseq serve b --listen ", "unix: tcp:"},

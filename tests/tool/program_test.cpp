@@ -110,8 +110,9 @@ TEST(BadBoardFile, EndsWithExitCodeTwoAndNothingIsStarted) {
 }
 
 TEST(Help, IsGivenWithExamplesForEveryCommand) {
-  for (char const* const command : {"", "demo", "get", "set", "count", "tree", "types", "lint",
-                                    "complete", "serve", "watch", "wait", "health"}) {
+  for (char const* const command :
+       {"", "demo", "get", "set", "count", "tree", "types", "lint", "complete", "serve", "watch",
+        "wait", "health", "record", "replay", "decode"}) {
     Outcome const run = railseq(std::string(command) + " --help");
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output, AllOf(HasSubstr("Example"), HasSubstr("Exit codes")));

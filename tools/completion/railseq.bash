@@ -56,7 +56,7 @@ _railseq() {
   COMPREPLY=()
 
   if ((last == 1)); then
-    mapfile -t COMPREPLY < <(compgen -W 'demo serve get set count tree watch wait health types lint complete --help' -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W 'demo serve get set count tree watch wait health types lint record replay decode complete --help' -- "$current")
     return
   fi
 
@@ -72,10 +72,19 @@ _railseq() {
     health) options+=' --json --timeout' ;;
     lint) options+=' --json' ;;
     complete) options+=' --board --timeout' ;;
+    record) options+=' --for --max-bytes --force' ;;
+    replay) options+=' --at --from --to --changes --json' ;;
+    decode) options+=' --json' ;;
     *) return ;;
   esac
 
-  if [[ $previous == --board ]]; then
+  if [[ $command == @(replay|decode) && $current != -* ]] ||
+    [[ $command == record && $last -ge 3 && $current != @(-*|unix:*) ]]; then
+    case $previous in
+      --at | --from | --to | --for | --max-bytes) return ;;
+    esac
+    _railseq_files "$current"
+  elif [[ $previous == --board ]]; then
     _railseq_files "$current"
   elif [[ $current == --board=* ]]; then
     _railseq_files "${current#--board=}"

@@ -8,6 +8,9 @@
 #include <vector>
 
 #include "railseq/commands.h"
+#include "railseq/decode.h"
+#include "railseq/recording.h"
+#include "railseq/replay.h"
 #include "railseq/serve.h"
 #include "railseq/watch.h"
 
@@ -25,6 +28,9 @@ struct CommandSet {
   WatchOptions watch;
   bool follows = false;
   bool endsWithPeer = false;
+  RecordLine record;
+  ReplayLine replay;
+  DecodeLine decode;
 
   CLI::App& command(char const* name, char const* what, std::string const& footer,
                     std::function<int()> run);
@@ -47,5 +53,7 @@ struct CommandSet {
 
 // serve, watch, wait and health.
 void addAttachingCommands(CommandSet& tool);
+// record, replay and decode.
+void addRecordingCommands(CommandSet& tool);
 
 }  // namespace RailSeq

@@ -141,6 +141,7 @@ int run(int argc, char** argv) {
       "usage; 3 a process cannot be reached or has gone; 4 timed out.");
   addCommands(tool);
   RailSeq::addAttachingCommands(tool);
+  RailSeq::addRecordingCommands(tool);
   try {
     tool.app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {

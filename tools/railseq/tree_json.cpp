@@ -138,4 +138,8 @@ std::string jsonText(Json const& json) {
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+std::string jsonLine(Json const& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 }  // namespace RailSeq

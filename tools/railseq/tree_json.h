@@ -26,5 +26,7 @@ using Json = nlohmann::ordered_json;
 // The document as indented text with a line break at its end. Bytes that are no UTF-8 become
 // replacement characters.
 [[nodiscard]] std::string jsonText(Json const& json);
+// The same as one line.
+[[nodiscard]] std::string jsonLine(Json const& json);
 
 }  // namespace RailSeq
