@@ -11,12 +11,13 @@ namespace {
 [[nodiscard]] Standing standingOf(std::string const& path, Zol::Ptr<Zol::GenericIf> const& value) {
   Zol::Ptr<Zol::Entity> const entity = entityIn(value);
   if (!entity || !(entity->uriPath() == Zol::String8(path))) {
-    return {false, {quotedText(value), valueJson(value)}};
+    return {false, shownValue(value, true)};
   }
   std::string const type(entity->fwkType()->name().view());
   return {true,
-          {type + " " + inQuotes(entity->name().view()),
-           {{"type", type}, {"name", entity->name().view()}}}};
+          {.text = type + " " + inQuotes(entity->name().view()),
+           .isText = false,
+           .json = {{"type", type}, {"name", entity->name().view()}}}};
 }
 
 // Whether an entity above the path stands in one snapshot alone.

@@ -168,9 +168,7 @@ WatchedEntity::Content WatchedEntity::contentOf(ZolAttr const& attr, Place const
 }
 
 ShownValue WatchedEntity::shown(Ptr<GenericIf> const& value) const {
-  ValueKind const kind = value ? kindOfValue(*value->type()) : ValueKind::entity;
-  return {shownText(value), kind == ValueKind::text || kind == ValueKind::name,
-          watcher_.withJson_ ? valueJson(value) : Json()};
+  return shownValue(value, watcher_.withJson_);
 }
 
 void WatchedEntity::tellAll() const {
@@ -252,6 +250,12 @@ void WatchedEntity::update(ZolAttr const& attr, Place const& place, Ptr<GenericI
   ShownValue const* const is = isThere ? &*contents_[place].value : nullptr;
   if (was == is || (was && is && was->text == is->text)) return;
   tell({TreeChange::Kind::changed, path, was, is});
+}
+
+ShownValue shownValue(Ptr<GenericIf> const& value, bool withJson) {
+  ValueKind const kind = value ? kindOfValue(*value->type()) : ValueKind::entity;
+  return {shownText(value), kind == ValueKind::text || kind == ValueKind::name,
+          withJson ? valueJson(value) : Json()};
 }
 
 TreeWatcher::TreeWatcher(Sink sink, bool withJson) : sink_(std::move(sink)), withJson_(withJson) {}

@@ -25,6 +25,9 @@ struct ShownValue {
   Json json;
 };
 
+// `withJson`: otherwise the JSON stays null.
+[[nodiscard]] ShownValue shownValue(Zol::Ptr<Zol::GenericIf> const& value, bool withJson);
+
 struct TreeChange {
   enum class Kind {
     value,    // what is there, without a change
