@@ -1,5 +1,6 @@
-// Soak: a board with a replica on a bad line for as long as is asked for. Breaks the line again and
-// again, compares both trees after each good connection, and ends with figures.
+// Soak: a board with a replica on a bad line for as long as is asked for, to which both ends write
+// in some of the connections. Breaks the line again and again, compares both trees after each good
+// connection, and ends with figures.
 #include <faults/faults.h>
 #include <hwrailseq.h>
 #include <unistd.h>
@@ -15,11 +16,14 @@ using namespace Hardware::Ucd9012;
 using Zol::Faults::Link;
 using Zol::Faults::Plan;
 using Zol::NboAttrLog::ConnectionOptions;
+using Zol::NboAttrLog::MountOptions;
 
 namespace {
 
 struct Figures {
   std::uint64_t changes = 0;
+  std::uint64_t mirrorChanges = 0;
+  std::uint64_t refusals = 0;
   std::uint64_t connections = 0;
   std::uint64_t broken = 0;
   std::uint64_t delays = 0;
@@ -40,15 +44,17 @@ std::size_t residentKiB() {
 class Soak {
  public:
   explicit Soak(std::uint64_t seed) : random_(seed) {
-    for (unsigned int i = 0; i < kControllers; ++i) controller(i);
+    for (unsigned int i = 0; i < kControllers; ++i) controller(*config_, i);
   }
 
   // One connection: mostly a bad one.
   void round() {
     bool const good = below(4) == 0;
-    Link link = connect(good ? Plan{} : badPlan(), good ? Plan{} : badPlan());
+    bool const writable = below(3) == 0;
+    Link link = connect(good ? Plan{} : badPlan(), good ? Plan{} : badPlan(), writable);
     for (int i = 0; i < 200; ++i) {
-      change();
+      change(*config_);
+      if (writable && below(2) == 0) changeMirror(link);
       if (below(3) == 0) link.pump();
     }
     link.settle();
@@ -68,16 +74,28 @@ class Soak {
   static constexpr unsigned int kControllers = 16;
 
   std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
-  Zol::Ptr<Ucd9012ControllerConfig> controller(unsigned int number) {
-    return config_->realUcd9012ControllerIs(Zol::format("c%u", number), "soak", nullptr, pin_,
-                                            nullptr);
+  Zol::Ptr<Ucd9012ControllerConfig> controller(Config& config, unsigned int number) {
+    Zol::Name const name = Zol::format("c%u", number);
+    auto const present = config.realUcd9012Controller(name);
+    return present ? present : config.realUcd9012ControllerIs(name, "soak", nullptr, pin_, nullptr);
   }
-  void change() {
+  // A bad line may have brought what takes no more changes.
+  void changeMirror(Link const& link) {
+    auto const mirror = Zol::ptrCast<Config>(link.right->mounted("soak"));
+    if (!mirror) return;
+    ++figures.mirrorChanges;
+    try {
+      change(*mirror);
+    } catch (Zol::Exception const&) {
+      ++figures.refusals;
+    }
+  }
+  void change(Config& config) {
     ++figures.changes;
     auto const at = static_cast<unsigned int>(below(kControllers));
     auto const key = static_cast<std::uint8_t>(below(16));
     auto const value = static_cast<std::uint32_t>(random_());
-    auto const main = controller(at);
+    auto const main = controller(config, at);
     switch (below(12)) {
       case 0:
         return main->pollingEnabledIs(value % 2 != 0);
@@ -104,12 +122,12 @@ class Soak {
         main->diagCommandConfigDel();
         return;
       case 9:
-        return config_->controllerIs(main);
+        return config.controllerIs(main);
       case 10:
-        config_->controllerDel(main->name());
+        config.controllerDel(main->name());
         return;
       default:
-        if (value % 8 == 0) config_->realUcd9012ControllerDel(main->name());
+        if (value % 8 == 0) config.realUcd9012ControllerDel(main->name());
         return main->reloadCauseSortKeyIs(value);
     }
   }
@@ -124,13 +142,14 @@ class Soak {
     plan.cutAfter = below(200000);
     return plan;
   }
-  Link connect(Plan const& there, Plan const& back) {
+  Link connect(Plan const& there, Plan const& back, bool writable) {
     ConnectionOptions source;
     ConnectionOptions replica;
     source.ownName = replica.peerName = "soak source";
     replica.ownName = source.peerName = "soak replica";
     Link link(source, replica, there, back);
-    link.left->mountIs(config_);
+    link.left->mountIs(config_,
+                       {writable ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
     ++figures.connections;
     return link;
   }
@@ -162,6 +181,8 @@ int main(int argc, char** argv) {
 
   Figures const& figures = soak.figures;
   std::cout << "changes         " << figures.changes << '\n'
+            << "at the replica  " << figures.mirrorChanges << ", " << figures.refusals
+            << " refused\n"
             << "connections     " << figures.connections << '\n'
             << "broken          " << figures.broken << '\n'
             << "delays, stalls  " << figures.delays << '\n'

@@ -23,7 +23,7 @@ void numberIs(Bytes& frame, std::size_t at, std::uint64_t value, std::size_t byt
 void change(Bytes& frame, std::mt19937& random) {
   std::uint64_t const id = (random() % 4 == 0 ? std::uint64_t{1} << 63 : 0) | (random() % 40 * 2);
   std::uint64_t const attribute = 256 + random() % (random() % 2 ? 10 : 152);
-  switch (random() % 6) {
+  switch (random() % 7) {
     case 0:
       return numberIs(frame, 1, id | (frame[1] & 0x80ULL) << 56, 8);
     case 1:
@@ -34,6 +34,13 @@ void change(Bytes& frame, std::mt19937& random) {
     case 3:
       frame.front() = static_cast<std::uint8_t>(2 + random() % 6);
       return;
+    case 4: {
+      constexpr std::uint8_t kLacks = 0xa2;
+      frame.assign(21, 0);
+      frame.front() = kLacks;
+      numberIs(frame, 1, id, 8);
+      return numberIs(frame, 13, id ^ random() % 40 * 2, 8);
+    }
     default:
       std::size_t const before = frame.size();
       frame.resize(before + 40);

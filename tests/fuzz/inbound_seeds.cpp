@@ -34,6 +34,24 @@ void writeFrames(std::string const& name, Part part, Bytes const& stream) {
   end();
 }
 
+// What the owner says when it brackets everything again, and when it changes.
+Bytes changes(MountOptions mount) {
+  Owner owner(mount);
+  std::size_t const before = owner.peer.received().size();
+  for (Zol::Entity* const root : {static_cast<Zol::Entity*>(owner.board.config.get()),
+                                  static_cast<Zol::Entity*>(owner.board.status.get())}) {
+    root->zolNboAttrLogSa(owner.peer.connection->out())->doSerializeOrphan();
+  }
+  owner.peer.send(Bytes());
+  test::Hand hand(2);
+  for (int i = 0; i < 100; ++i) {
+    hand.change(i % 4 == 0 ? static_cast<Zol::Entity&>(*owner.board.status) : *owner.board.config);
+    owner.peer.send(Bytes());
+  }
+  Bytes const& all = owner.peer.received();
+  return {all.begin() + static_cast<std::ptrdiff_t>(before), all.end()};
+}
+
 // What a writable replica says when it is changed everywhere.
 Bytes writes() {
   RawPeer replica(inboundOptions());
@@ -62,23 +80,8 @@ int main(int argc, char** argv) {
   write("stream", stream);
   writeFrames("session", Part::readOnlyReplica, session);
 
-  // What the owner says when it brackets everything again, and when it changes.
-  Owner owner;
-  std::size_t const before = owner.peer.received().size();
-  for (Zol::Entity* const root : {static_cast<Zol::Entity*>(owner.board.config.get()),
-                                  static_cast<Zol::Entity*>(owner.board.status.get())}) {
-    root->zolNboAttrLogSa(owner.peer.connection->out())->doSerializeOrphan();
-  }
-  owner.peer.send(Bytes());
-  test::Hand hand(2);
-  for (int i = 0; i < 100; ++i) {
-    hand.change(i % 4 == 0 ? static_cast<Zol::Entity&>(*owner.board.status) : *owner.board.config);
-    owner.peer.send(Bytes());
-  }
-  Bytes const& all = owner.peer.received();
-  Bytes const later(all.begin() + static_cast<std::ptrdiff_t>(before), all.end());
-  writeFrames("changes", Part::readOnlyReplica, later);
-  writeFrames("writable", Part::writableReplica, later);
+  writeFrames("changes", Part::readOnlyReplica, changes({}));
+  writeFrames("writable", Part::writableReplica, changes({MountOptions::writableByPeer}));
   writeFrames("writes", Part::owner, writes());
   return 0;
 }
