@@ -2,9 +2,9 @@
 #include <sstream>
 
 #include "fuzz/fuzz.h"
-#include "railseq/decode.h"
-#include "railseq/input_error.h"
-#include "railseq/recording_file.h"
+#include "railseq/base/input_error.h"
+#include "railseq/recording/decode.h"
+#include "railseq/recording/recording_file.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
-"""Checks that no include of src/ points upward in the order of the layers, and that each resolves.
+"""Checks that no include of src/ or tools/ points upward in the order of its layers, and that each resolves.
 
 A folder includes itself and what stands on a lower layer; folders that share a layer do not know each
-other. The umbrella header stands above all. Usage: check_includes.py PROJECT
+other. The umbrella header stands above all of src, and the tool above that. Usage: check_includes.py PROJECT
 """
 
 import re
 import sys
 from pathlib import Path
 
-LAYERS = (
+SRC_LAYERS = (
     ("host/zol",),
     ("faults",),
     ("host/models",),
@@ -19,14 +19,24 @@ LAYERS = (
     ("types",),
     ("hwrailseq.h",),
 )
+TOOL_LAYERS = (
+    ("railseq/base",),
+    ("railseq/json",),
+    ("railseq/values",),
+    ("railseq/board",),
+    ("railseq/attach", "railseq/demo"),
+    ("railseq/recording",),
+    ("railseq/commands",),
+)
+TREES = (("src", SRC_LAYERS), ("tools", TOOL_LAYERS))
 SUFFIXES = {".h", ".cpp", ".def", ".S"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<(hwrailseq\.h)>)')
 BLOCK_COMMENT = re.compile(r"/\*.*?\*/", re.DOTALL)
 
 
-def place(path):
-    """The layer's number and the folder of a path relative to src, or None when it has no place."""
-    for level, folders in enumerate(LAYERS):
+def place(path, layers=SRC_LAYERS):
+    """The layer's number and the folder of a path relative to its tree, or None when it has no place."""
+    for level, folders in enumerate(layers):
         for folder in folders:
             if path == folder or path.startswith(folder + "/"):
                 return level, folder
@@ -48,25 +58,28 @@ def includes(text):
 
 def violations(project):
     """One line of text for each include that is not as it must be."""
-    src = Path(project) / "src"
+    project = Path(project)
     found = []
-    for file in sorted(src.rglob("*")):
-        if file.suffix not in SUFFIXES:
-            continue
-        name = file.relative_to(src).as_posix()
-        own = place(name)
-        if own is None:
-            found.append(f"src/{name}: stands in no layer")
-            continue
-        for number, target in includes(file.read_text(encoding="utf-8")):
-            where = f"src/{name}:{number}"
-            other = place(target)
-            if not (src / target).is_file():
-                found.append(f"{where}: \"{target}\" is no file of src")
-            elif other is None:
-                found.append(f"{where}: \"{target}\" stands in no layer")
-            elif not may_include(own, other):
-                found.append(f"{where}: {own[1]} may not include {other[1]} (\"{target}\")")
+    for tree, layers in TREES:
+        for file in sorted((project / tree).rglob("*")):
+            if file.suffix not in SUFFIXES:
+                continue
+            name = file.relative_to(project / tree).as_posix()
+            own = place(name, layers)
+            if own is None:
+                found.append(f"{tree}/{name}: stands in no layer")
+                continue
+            for number, target in includes(file.read_text(encoding="utf-8")):
+                where = f"{tree}/{name}:{number}"
+                other = place(target, layers)
+                if not (project / tree / target).is_file():
+                    # The tool may include all of the library.
+                    if tree == "src" or not (project / "src" / target).is_file():
+                        found.append(f"{where}: \"{target}\" is no file of {tree}")
+                elif other is None:
+                    found.append(f"{where}: \"{target}\" stands in no layer")
+                elif not may_include(own, other):
+                    found.append(f"{where}: {own[1]} may not include {other[1]} (\"{target}\")")
     return found
 
 

@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <memory>
 
-#include "railseq/address.h"
-#include "railseq/command_error.h"
-#include "railseq/input_error.h"
-#include "railseq/tree_json.h"
+#include "railseq/attach/address.h"
+#include "railseq/base/command_error.h"
+#include "railseq/base/input_error.h"
+#include "railseq/board/tree_json.h"
 #include "support/raw_peer.h"
 #include "tool/run_tool.h"
 #include "tool/running_tool.h"

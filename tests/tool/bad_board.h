@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "railseq/board.h"
+#include "railseq/board/board.h"
 
 namespace RailSeq {
 

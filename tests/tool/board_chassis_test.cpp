@@ -1,7 +1,7 @@
 // Boards in the form of public power-sequencer descriptions.
 #include <gmock/gmock.h>
 
-#include "railseq/controllers.h"
+#include "railseq/values/controllers.h"
 #include "tool/bad_board.h"
 
 namespace RailSeq {

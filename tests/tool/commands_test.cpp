@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <sstream>
 
-#include "railseq/commands.h"
-#include "railseq/lint.h"
-#include "railseq/tree_json.h"
+#include "railseq/board/lint.h"
+#include "railseq/board/tree_json.h"
+#include "railseq/commands/commands.h"
 #include "tool/bad_board.h"
 #include "tool/run_tool.h"
 #include "tool/temp_file.h"

@@ -1,9 +1,9 @@
 // Completion of paths, and the bash functions over it.
-#include "railseq/completion.h"
+#include "railseq/commands/completion.h"
 
 #include <gmock/gmock.h>
 
-#include "railseq/board.h"
+#include "railseq/board/board.h"
 #include "tool/run_tool.h"
 #include "tool/temp_file.h"
 

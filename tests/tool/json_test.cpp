@@ -1,7 +1,7 @@
 // Reading of JSON with the places of its values, and the refusal of what is none.
 #include <gmock/gmock.h>
 
-#include "railseq/json_tree.h"
+#include "railseq/json/json_tree.h"
 #include "tool/temp_file.h"
 
 namespace RailSeq {

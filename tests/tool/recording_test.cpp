@@ -1,16 +1,16 @@
 // Recordings of a source in this process: what is played is what the source held, at each time, and
 // whatever becomes of the file.
-#include "railseq/recording.h"
+#include "railseq/recording/recording.h"
 
 #include <gmock/gmock.h>
 
 #include <set>
 #include <sstream>
 
-#include "railseq/decode.h"
-#include "railseq/recording_player.h"
-#include "railseq/replay.h"
-#include "railseq/tree_difference.h"
+#include "railseq/recording/decode.h"
+#include "railseq/recording/recording_player.h"
+#include "railseq/recording/replay.h"
+#include "railseq/recording/tree_difference.h"
 #include "support/replica_pair.h"
 #include "support/tree.h"
 #include "tool/run_tool.h"
