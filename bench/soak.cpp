@@ -77,7 +77,8 @@ class Soak {
   Zol::Ptr<Ucd9012ControllerConfig> controller(Config& config, unsigned int number) {
     Zol::Name const name = Zol::format("c%u", number);
     auto const present = config.realUcd9012Controller(name);
-    return present ? present : config.realUcd9012ControllerIs(name, "soak", nullptr, pin_, nullptr);
+    if (present) return present;
+    return config.realUcd9012ControllerIs(name, "soak", nullptr, pin_, nullptr);
   }
   // A bad line may have brought what takes no more changes.
   void changeMirror(Link const& link) {
