@@ -147,25 +147,44 @@ TEST_F(Crossing, aReplicaThatLacksWhatAMessageRefersToGetsItAgain) {
   expectEqual();
 }
 
-TEST(LacksFrames, ofAPeerThatMayNotWriteOrThatGoesOnAndOnAreNotAnswered) {
+TEST_F(Crossing, whatAReplicaKeepsElsewhereComesUnderAnotherId) {
+  addController(*mirror(), "twice");
+  mirror()->controllerIs(mirror()->realUcd9012Controller("twice"));
+  pair.flow();
+  atOnce(
+      [](Config& at) {
+        at.realUcd9012ControllerDel("twice");
+        at.realUcd9012ControllerIs("twice", "another customer", nullptr, nullptr, nullptr);
+      },
+      [](Config& at) {
+        at.realUcd9012ControllerDel("twice");
+        at.realUcd9012ControllerIs("twice", "third customer", nullptr, nullptr, nullptr);
+        at.controllerIs(at.realUcd9012Controller("twice"));
+      });
+  expectEqual();
+}
+
+// A peer that refuses it each time is not answered without end.
+TEST(LacksFrames, areAnsweredByWhoeverOwnsForBothAndNotWithoutEnd) {
   constexpr unsigned int kLacks = 0xa2;
   constexpr std::uint64_t kRoot = 0x8000000000000020;
-  constexpr std::uint64_t kMain = kRoot + 2;
   for (bool const writable : {false, true}) {
     RawPeer peer;
     auto const config = Hardware::Ucd9012::configFactory("board");
-    addController(*config, "main");
+    auto const main = addController(*config, "main");
     peer.connection->mountIs(
         config, {writable ? MountOptions::writableByPeer : MountOptions::readOnlyForPeer});
     peer.send(Frame::hello());
-    std::size_t const before = peer.received().size();
-    for (int i = 0; i < 100; ++i) peer.send(Frame(kLacks).u64(kRoot).u32(262).u64(kMain));
-    std::size_t const more = peer.received().size() - before;
-    EXPECT_EQ(peer.connection->counters().refused, writable ? 0U : 100U);
-    EXPECT_EQ(more > 0, writable);
-    peer.send(Frame(kLacks).u64(kRoot).u32(262).u64(kMain));
-    EXPECT_EQ(peer.received().size(), before + more);
-    peer.send(Frame(kLacks).u64(0x77).u32(262).u64(kMain));
+    auto const answered = [&] {
+      std::size_t const before = peer.received().size();
+      std::uint64_t const id = main->zolNboAttrLogSa(peer.connection->out())->entityId().value;
+      peer.send(Frame(kLacks).u64(kRoot).u32(262).u64(id ^ (std::uint64_t{1} << 63)));
+      return peer.received().size() > before;
+    };
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(answered(), writable);
+    EXPECT_FALSE(answered());
+    EXPECT_EQ(peer.connection->counters().refused, writable ? 0U : 17U);
+    peer.send(Frame(kLacks).u64(0x77).u32(262).u64(kRoot));
     EXPECT_EQ(peer.connection->counters().unknown, 1U);
     peer.send(Frame(kLacks).u64(kRoot).u32(262));
     EXPECT_FALSE(peer.connection->isOpen());

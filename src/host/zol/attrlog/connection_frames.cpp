@@ -213,8 +213,8 @@ bool Connection::ownsForBoth(Entity::ZolNboAttrLogSa const& adapter) {
 // the last that the owner said of the attribute, or the owner is still saying it, it says once more
 // what holds now: that is the last that either end hears. What it refused it answers too.
 //
-// A replica that does not know what a message refers to has removed that itself, and its removal
-// is on the way: the owner is told what is missing here.
+// A replica that does not know what a message names has taken that out itself, or has put another
+// in its place, and its word is on the way: the owner is told what is strange here.
 void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool applied,
                         In::Position payload) {
   if (!adapter.entity() || !adapter.nboAttrLogOut()) return;
@@ -226,11 +226,11 @@ void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool a
     bool const crossed =
         adapter.flowOut() || (in_->seen() && adapter.messageOrder().sentBehind(id, *in_->seen()));
     answers = !applied || (crossed && !underWay);
-  } else if (adapter.has(flagStreaming) && !applied && in_->unknownReference().value != 0) {
+  } else if (adapter.has(flagStreaming) && !applied && in_->strangeId().value != 0) {
     out_->frameIs(FrameKind::lacks, [&] {
       out_->u64Is(adapter.entityId().value);
       out_->u32Is(static_cast<std::uint32_t>(id));
-      out_->u64Is(in_->unknownReference().value);
+      out_->u64Is(in_->strangeId().value);
     });
   }
   if (!answers) return;

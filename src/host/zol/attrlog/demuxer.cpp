@@ -155,7 +155,9 @@ void Demuxer::requireAnnounceable(EntityId id, Entity const* parent) const {
   if (id.unified()) refuseId(id, "ids shared between connections are not used");
   if (!id.fromPeer() && !allocatedHere(id)) refuseId(id, "never allocated");
   if (Entity const* const bound = entity(id)) {
-    if (bound->zolParent() != parent) refuseId(id, "names an entity with another parent");
+    if (bound->zolParent() == parent) return;
+    in_->strangeIdIs(id);
+    refuseId(id, "names an entity with another parent");
   } else if (boundByPeer_ >= maxEntities_) {
     refuseId(id, "too many entities");
   }
@@ -163,7 +165,9 @@ void Demuxer::requireAnnounceable(EntityId id, Entity const* parent) const {
 
 void Demuxer::requireNotAnother(EntityId id, Entity const* present) const {
   Entity const* const bound = entity(id);
-  if (bound && bound != present) refuseId(id, "names another entity");
+  if (!bound || bound == present) return;
+  in_->strangeIdIs(id);
+  refuseId(id, "names another entity");
 }
 
 bool Demuxer::checkEphemeralEntityDeletion(Entity* present, EntityId const& id, bool keyed) {
@@ -221,17 +225,20 @@ void Demuxer::messageCommitted(EntityId id, AttributeId attribute) {
   }
 }
 
-// What the peer says that it lacks it gets announced again, by the holder or as an entity without
-// one. A peer that refuses it each time does not keep both ends busy.
+// What the peer says that it lacks is announced again under a fresh id, by the holder or as an
+// entity without one. A peer that refuses it each time does not keep both ends busy.
 void Demuxer::peerLacks(Entity::ZolNboAttrLogSa& adapter, EntityId referred) {
-  if (Entity::ZolNboAttrLogSa* const lacked = reactor(referred)) {
-    if (!lacked->entity() || !lacked->messageOrder().mayBeLackedAgain()) return;
-    Entity* const holder = lacked->entity()->zolParent();
-    if (holder || lacked->orphan_) lacked->announced_ = false;
+  Ptr<Entity::ZolNboAttrLogSa> const hold(&adapter);
+  if (Ptr<Entity::ZolNboAttrLogSa> const lacked = reactor(referred)) {
+    Ptr<Entity> const entity(lacked->entity());
+    if (lacked_.size() > kMostCounted) lacked_.clear();
+    if (!entity || ++lacked_[entity.get()] > kMostLacks) return;
+    Entity* const holder = entity->zolParent();
     Ptr<Entity::ZolNboAttrLogSa> const above = holder ? holder->zolNboAttrLogSa(out_) : nullptr;
+    if (above || lacked->orphan_) retire(*lacked);
     if (above) above->walkAgain();
   }
-  adapter.walkAgain();
+  if (adapter.entity() && adapter.nboAttrLogOut()) adapter.walkAgain();
 }
 
 void Demuxer::announcementCommitted(EntityId id) {
@@ -283,10 +290,14 @@ bool Demuxer::orphanDel(Entity::ZolNboAttrLogSa& adapter) {
   if (adapter.announced_) {
     out_->frameIs(FrameKind::forget, [&] { out_->u64Is(adapter.entityId_.value); });
   }
+  retire(adapter);
+  return true;
+}
+
+void Demuxer::retire(Entity::ZolNboAttrLogSa& adapter) {
   adapter.hasNotificationActiveIs(false);
   reactorDel(adapter.entityId_);
   adapter.outDel();
-  return true;
 }
 
 bool Demuxer::continueFlowOut() {

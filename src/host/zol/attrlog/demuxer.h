@@ -143,8 +143,13 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   static constexpr std::uint64_t kFirstId = 0x20;
   // Runs of an adapter that write nothing before it waits for a change.
   static constexpr unsigned int kIdleRounds = 4;
+  // So often an entity is announced anew to a peer that lacks it.
+  static constexpr unsigned int kMostLacks = 16;
+  static constexpr std::size_t kMostCounted = 4096;
 
   void run(Entity::ZolNboAttrLogSa& adapter);
+  // Takes the adapter off the stream; its entity may get another one.
+  void retire(Entity::ZolNboAttrLogSa& adapter);
   void dequeue(Entity::ZolNboAttrLogSa& adapter);
   void waitsFor(Entity::ZolNboAttrLogSa& adapter, Entity const& entity);
   void wake(Entity const& announced);
@@ -164,6 +169,8 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   // The entity that the running flow-out waits for, and those that adapters wait for.
   Entity const* awaited_ = nullptr;
   std::unordered_multimap<Entity const*, EntityId> waiters_;
+  // How often the peer has lacked an entity.
+  std::unordered_map<Entity const*, unsigned int> lacked_;
   std::vector<Ptr<Entity>> swept_;
   std::size_t maxMembers_ = 1000000;
   std::uint64_t turnEnd_ = 0;

@@ -373,8 +373,9 @@ Ptr<Entity::ZolNboAttrLogSa> EntityAdapter::childAdapterDel(Entity* child) {
   return adapter;
 }
 
+// What the source does not know yet is no part of its bracket: it goes on streaming.
 void EntityAdapter::childStale(Entity* child) const {
-  if (!child) return;
+  if (!child || isUnknownToSource(child)) return;
   if (Ptr<Entity::ZolNboAttrLogSa> const adapter = child->zolNboAttrLogSa(nboAttrLogOut())) {
     adapter->flagsIs(flagStale, true);
   }
@@ -382,7 +383,6 @@ void EntityAdapter::childStale(Entity* child) const {
 
 bool EntityAdapter::isUnconfirmed(Entity& child) const {
   Ptr<Entity::ZolNboAttrLogSa> const adapter = child.zolNboAttrLogSa(nboAttrLogOut());
-  if (adapter && isUnknownToSource(&child)) return false;
   return !adapter || adapter->has(flagStale);
 }
 

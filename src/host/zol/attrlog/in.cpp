@@ -100,7 +100,7 @@ Ptr<Entity> NboAttrLog::In::nextEntity() {
   if (id.value == 0) return nullptr;
   Entity* const entity = demuxer_ ? demuxer_->entity(id) : nullptr;
   if (!entity) {
-    unknownReference_ = id;
+    strangeId_ = id;
     throw AttrLogEntityException(
         format("unknown entity id %#llx", static_cast<unsigned long long>(id.value)));
   }

@@ -137,13 +137,15 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
     framesTaken_ += taken_ ? 0 : 1;
     taken_ = true;
   }
-  // The id that the last reference in the present frame named and this end does not know; 0: none.
-  [[nodiscard]] EntityId unknownReference() const noexcept { return unknownReference_; }
+  // An id in the present frame that does not name here what it names there: nothing, or an entity
+  // in another place; 0: none.
+  [[nodiscard]] EntityId strangeId() const noexcept { return strangeId_; }
+  void strangeIdIs(EntityId id) noexcept { strangeId_ = id; }
   // How many frames of this end the writer of the present frame had taken in, where it says so.
   [[nodiscard]] std::optional<std::uint32_t> seen() const noexcept { return seen_; }
   void seenIs(std::uint32_t frames) noexcept { seen_ = frames; }
   void frameBegins() noexcept {
-    unknownReference_ = {};
+    strangeId_ = {};
     seen_.reset();
     taken_ = false;
   }
@@ -157,7 +159,7 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
   Demuxer* demuxer_ = nullptr;
   std::uint32_t framesTaken_ = 0;
   bool taken_ = false;
-  EntityId unknownReference_;
+  EntityId strangeId_;
   std::optional<std::uint32_t> seen_;
 };
 

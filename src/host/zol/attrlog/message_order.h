@@ -43,12 +43,7 @@ class MessageOrder {
     return false;
   }
 
-  // The peer lacks the entity; false when it has said so too often.
-  [[nodiscard]] bool mayBeLackedAgain() noexcept { return ++lacked_ <= kMostLacks; }
-
  private:
-  static constexpr unsigned int kMostLacks = 16;
-
   struct Sent {
     AttributeId id;
     std::uint32_t frame;
@@ -65,7 +60,6 @@ class MessageOrder {
   // One per attribute that was sent; an entity has few.
   std::vector<Sent> sent_;
   Announced announced_;
-  unsigned int lacked_ = 0;
 };
 
 }  // namespace Zol
