@@ -131,7 +131,7 @@ void Demuxer::bind(Entity::ZolNboAttrLogSa& adapter, EntityId id) {
   if (!known) {
     if (adapter.entityId_.value == 0) {
       adapter.entityId_ = id;
-    } else if (adapter.entityId_.fromPeer() == id.fromPeer()) {
+    } else if (adapter.entityId_.fromPeer() == id.fromPeer() || isGivenUp(adapter)) {
       idDel(adapter.entityId_);
       adapter.entityId_ = id;
     } else {
@@ -161,6 +161,11 @@ void Demuxer::requireAnnounceable(EntityId id, Entity const* parent) const {
   } else if (boundByPeer_ >= maxEntities_) {
     refuseId(id, "too many entities");
   }
+}
+
+// The peer knew this end's announcement when it announced the entity under an id of its own.
+bool Demuxer::isGivenUp(Entity::ZolNboAttrLogSa& adapter) const {
+  return in_->seen() && adapter.messageOrder().announcedUpTo(*in_->seen());
 }
 
 void Demuxer::requireNotAnother(EntityId id, Entity const* present) const {
@@ -332,6 +337,11 @@ bool Demuxer::turn() {
 void Demuxer::run(Entity::ZolNboAttrLogSa& adapter) {
   Ptr<FlowOut> const flow = adapter.flowOut_;
   if (!flow) return;
+  // An adapter that awaits confirmation is silent: what it owes would count as paid.
+  if (adapter.has(flagStale)) {
+    adapter.parked_ = true;
+    return;
+  }
   AttributeId start = adapter.resume_;
   if (start == 0 && flow->hasValueIter() && flow->start() == kOwesOnlyMarks) {
     start = flow->attrId();

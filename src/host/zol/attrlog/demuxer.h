@@ -148,6 +148,8 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   static constexpr std::size_t kMostCounted = 4096;
 
   void run(Entity::ZolNboAttrLogSa& adapter);
+  // Whether the peer, which is announcing the entity, no longer goes by the id that it has here.
+  [[nodiscard]] bool isGivenUp(Entity::ZolNboAttrLogSa& adapter) const;
   // Takes the adapter off the stream; its entity may get another one.
   void retire(Entity::ZolNboAttrLogSa& adapter);
   void dequeue(Entity::ZolNboAttrLogSa& adapter);

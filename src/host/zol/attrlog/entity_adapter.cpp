@@ -324,6 +324,7 @@ void EntityAdapter::adopt(Ptr<Entity> const& child) {
   adapter->doEntityIdIs(id, *demuxFor(in.get()), true);
   if (!entityId().unified()) in->overwrite(at, entityId().value);
   adapter->flagsIs(flagStale, false);
+  if (adapter->flowOut()) demuxFor(in.get())->enqueue(*adapter);
 }
 
 Ptr<Entity::ZolNboAttrLogSa> EntityAdapter::announceChild(

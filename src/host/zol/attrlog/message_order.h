@@ -30,6 +30,10 @@ class MessageOrder {
   // The entity was announced in this frame.
   void announced(std::uint32_t frame) noexcept { announced_ = {true, frame}; }
 
+  // Whether the writer of a message with this `seen` knew the announcement.
+  [[nodiscard]] bool announcedUpTo(std::uint32_t seen) const noexcept {
+    return announced_.valid && !isBehind(announced_.frame, seen);
+  }
   [[nodiscard]] bool announcedBehind(std::uint32_t seen) const noexcept {
     return announced_.valid && isBehind(announced_.frame, seen);
   }
