@@ -257,6 +257,7 @@ void Connection::close(std::string reason) {
     closeReason_ = std::move(reason);
     return;
   }
+  reason.resize(std::min(reason.size(), options_.maxUnchunkedText));
   out_->frameIs(FrameKind::bye, [&] { out_->textIs(reason); });
   sendBytes();
   tearDown();

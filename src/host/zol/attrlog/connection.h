@@ -164,8 +164,8 @@ class ZOL_EXPORT Connection final : public PtrInterface {
   // One turn: owed flow-outs while there is room, bytes out, messages in. False when there was
   // nothing to do. Call it until it is false, then wait for the descriptor.
   bool pump();
-  // Says goodbye with a reason that the peer's `error()` will have, sends what can be sent at once,
-  // and ends the connection.
+  // Says goodbye with a reason that the peer's `error()` will have, cut to `maxUnchunkedText`
+  // bytes, sends what can be sent at once, and ends the connection.
   void close(std::string reason = {});
   // False once the connection has ended, for whatever reason.
   [[nodiscard]] bool isOpen() const noexcept { return phase_ != Phase::closed; }
