@@ -136,6 +136,39 @@ TEST_F(Crossing, whatAReplicaMadeIsNotTakenOutByWhatWasWrittenBefore) {
   expectEqual();
 }
 
+// While a text is under way the replica owes what else it changes, and a child that it has made is
+// unheard of: nothing of it goes to the owner but by way of its announcement.
+TEST_F(Crossing, whatBothMakeIsTheOwnersWhereTheReplicaCouldNotSaySo) {
+  std::string const longText(std::size_t{4} << 20, 'x');
+  mainOf(*config).diagCommandConfigDel();
+  pair.flow();
+  auto const make = [](Config& at, std::string const& text, double limit) {
+    diagOf(at).parameterIs(1, text);
+    mainOf(at).voltageRailIs(1, nullptr, nullptr)->overrideVoutUvLimitIs(Units::Volts(limit));
+  };
+  for (bool const blank : {true, false}) {
+    SCOPED_TRACE(blank);
+    atOnce(
+        [&](Config& at) {
+          mainOf(at).diagCommandConfigIs("made");
+          mainOf(at).voltageRailIs(1, nullptr, nullptr);
+          if (!blank) make(at, "here", 1);
+        },
+        [&](Config& at) {
+          mainOf(at).locationIs(longText);
+          mainOf(at).diagCommandConfigIs("made");
+          make(at, "there", 2);
+        });
+    expectEqual();
+    EXPECT_EQ(diagOf(*config).parameterCount(), blank ? 0U : 1U);
+    EXPECT_EQ(mainOf(*config).location(), longText);
+    mainOf(*config).diagCommandConfigDel();
+    mainOf(*config).voltageRailDel(1);
+    mainOf(*config).locationIs("");
+    pair.flow();
+  }
+}
+
 TEST_F(Crossing, aReplicaThatLacksWhatAMessageRefersToGetsItAgain) {
   auto const gone = addController(*config, "gone");
   pair.flow();

@@ -251,6 +251,24 @@ TEST_F(Walks, aReferenceGoesOnWhenWhatItWaitsForIsAnnounced) {
   expectEqual();
 }
 
+TEST_F(Walks, aReferenceGoesOnWhenWhatItWaitsForHasLeftTheTree) {
+  Zol::Ptr<Reluctant<Hardware::DexoDesc>> const desc(new Reluctant<Hardware::DexoDesc>("desc"));
+  desc->refusals = 1000;
+  auto const other = Hardware::Ucd9012::configFactory("other");
+  mountAndRead();
+  pair.mount(other);
+  other->controllerIs(config->realUcd9012ControllerIs("late", "c", desc, nullptr, nullptr));
+  pair.flow();
+  EXPECT_FALSE(pair.mirror("other")->controller("late"));
+  desc->refusals = 0;
+  config->realUcd9012ControllerDel("late");
+  pair.flow();
+  EXPECT_TRUE(pair.mirror("other")->controller("late"));
+  EXPECT_FALSE(pair.mirrored("late"));
+  EXPECT_EQ(Zol::digest(*other), Zol::digest(*pair.mirror("other")));
+  expectEqual();
+}
+
 TEST_F(Walks, nobodyStarvesBehindALongDebt) {
   auto const quick = addController(*config, "quick");
   mountAndRead();

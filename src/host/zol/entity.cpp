@@ -26,9 +26,9 @@ Ptr<Entity> Entity::parent() { return parent_; }
 
 void Entity::parentIs(Ptr<Entity> const& parent) {
   // Standing in a directory is nothing that a log knows of.
-  bool const wasHeld = parent_ && !dynamic_cast<Dir const*>(parent_);
+  Entity const* const holder = dynamic_cast<Dir const*>(parent_) ? nullptr : parent_;
   parent_ = parent.get();
-  if (!parent_ && wasHeld) ZolNboAttrLogSa::withdrawAnnouncements(*this);
+  if (!parent_ && holder) ZolNboAttrLogSa::withdrawAnnouncements(*this, *holder);
 }
 
 ZolAttr const* Entity::parentAttr() const {

@@ -227,11 +227,7 @@ void Connection::settle(Entity::ZolNboAttrLogSa& adapter, AttributeId id, bool a
         adapter.flowOut() || (in_->seen() && adapter.messageOrder().sentBehind(id, *in_->seen()));
     answers = !applied || (crossed && !underWay);
   } else if (adapter.has(flagStreaming) && !applied && in_->strangeId().value != 0) {
-    out_->frameIs(FrameKind::lacks, [&] {
-      out_->u64Is(adapter.entityId().value);
-      out_->u32Is(static_cast<std::uint32_t>(id));
-      out_->u64Is(in_->strangeId().value);
-    });
+    adapter.sendLacks(id, in_->strangeId());
   }
   if (!answers) return;
   in_->frameTaken();

@@ -251,7 +251,8 @@ void Demuxer::announcementCommitted(EntityId id) {
   if (!adapter) return;
   adapter->announcementCommitted();
   if (out_->numbersMessages()) adapter->messageOrder().announced(out_->framesCommitted());
-  wake(*adapter->entity());
+  auto const [first, last] = waiters_.equal_range(adapter->entity());
+  wake(first, last);
 }
 
 void Demuxer::waitsFor(Entity::ZolNboAttrLogSa& adapter, Entity const& entity) {
@@ -260,10 +261,9 @@ void Demuxer::waitsFor(Entity::ZolNboAttrLogSa& adapter, Entity const& entity) {
   if (std::none_of(first, last, isKnown)) waiters_.emplace(&entity, adapter.entityId_);
 }
 
-// An entity that dies without having been announced wakes nobody, but whoever waited for it has
-// dropped its reference then, and that is a change of its own.
-void Demuxer::wake(Entity const& announced) {
-  auto const [first, last] = waiters_.equal_range(&announced);
+void Demuxer::wakeAll() { wake(waiters_.begin(), waiters_.end()); }
+
+void Demuxer::wake(Waiters::const_iterator first, Waiters::const_iterator last) {
   for (auto it = first; it != last; ++it) {
     Entity::ZolNboAttrLogSa* const waiter = reactor(it->second);
     if (waiter && waiter->parked_) {

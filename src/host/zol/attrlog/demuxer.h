@@ -96,6 +96,9 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   // An adapter's message refers to an entity that the peer does not know yet: the adapter goes on
   // when that has been announced.
   void awaitedIs(Entity const& entity) { awaited_ = &entity; }
+  // Adapters that wait go on whatever they wait for: it may have left the tree, and be announced in
+  // another way.
+  void wakeAll();
   // Pays what is owed, one flow-out per adapter, while there is room. False when nothing was to be
   // done.
   bool turn();
@@ -154,7 +157,8 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   void retire(Entity::ZolNboAttrLogSa& adapter);
   void dequeue(Entity::ZolNboAttrLogSa& adapter);
   void waitsFor(Entity::ZolNboAttrLogSa& adapter, Entity const& entity);
-  void wake(Entity const& announced);
+  using Waiters = std::unordered_multimap<Entity const*, EntityId>;
+  void wake(Waiters::const_iterator first, Waiters::const_iterator last);
   [[noreturn]] void refuseMember() const;
 
   Ptr<Out> out_;
@@ -170,7 +174,7 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
   std::list<Ptr<Entity::ZolNboAttrLogSa>> queue_;
   // The entity that the running flow-out waits for, and those that adapters wait for.
   Entity const* awaited_ = nullptr;
-  std::unordered_multimap<Entity const*, EntityId> waiters_;
+  Waiters waiters_;
   // How often the peer has lacked an entity.
   std::unordered_map<Entity const*, unsigned int> lacked_;
   std::vector<Ptr<Entity>> swept_;

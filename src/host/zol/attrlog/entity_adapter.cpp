@@ -317,6 +317,9 @@ void EntityAdapter::adopt(Ptr<Entity> const& child) {
   if (!child) return;
   Ptr<Out> const out = nboAttrLogOut();
   Ptr<In> const in(out->reverseLog());
+  // This end has made the child too and could not say so yet, nor what it has put into it since.
+  bool const madeHereToo = isReplica() && has(flagStreaming) && levelFlow() &&
+                           child->mutationCounter() != 0 && !child->zolNboAttrLogSa(out);
   Ptr<Entity::ZolNboAttrLogSa> const adapter =
       child->zolNboAttrLogSaIs(childFlags(), 1, out, msgChannelEntry());
   In::Position const at = in->position();
@@ -325,6 +328,7 @@ void EntityAdapter::adopt(Ptr<Entity> const& child) {
   if (!entityId().unified()) in->overwrite(at, entityId().value);
   adapter->flagsIs(flagStale, false);
   if (adapter->flowOut()) demuxFor(in.get())->enqueue(*adapter);
+  if (madeHereToo) adapter->sendLacks(child->parentAttrId(), {});
 }
 
 Ptr<Entity::ZolNboAttrLogSa> EntityAdapter::announceChild(

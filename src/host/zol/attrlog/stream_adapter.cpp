@@ -253,6 +253,15 @@ void Entity::ZolNboAttrLogSa::sendTransactionMarker(AttributeId id, AttrTransact
   if (out->numbersMessages()) messageOrder().sent(id, out->framesCommitted());
 }
 
+void Entity::ZolNboAttrLogSa::sendLacks(AttributeId id, EntityId referred) {
+  Ptr<NboAttrLog::Out> const& out = nboAttrLogOut();
+  out->frameIs(NboAttrLog::FrameKind::lacks, [&] {
+    out->u64Is(entityId().value);
+    out->u32Is(static_cast<std::uint32_t>(id));
+    out->u64Is(referred.value);
+  });
+}
+
 bool Entity::ZolNboAttrLogSa::handlingFlowInFor(AttributeId) const {
   NboAttrLog::Demuxer const* const demuxer = nboAttrLogOut() ? nboAttrLogOut()->demuxer() : nullptr;
   return demuxer && entity() && demuxer->dispatchConcerns(*entity());
@@ -274,13 +283,25 @@ void Entity::ZolNboAttrLogSa::createFlowOutOnDemand() {
   }
 }
 
-// What has been announced once goes on streaming: the peer may hold it by other ways.
-void Entity::ZolNboAttrLogSa::withdrawAnnouncements(Entity const& entity) {
+namespace {
+
+template <class Visit>
+void eachAdapter(Entity const& entity, Visit const& visit) {
   for (auto const* at = entity.zolNotifiees().head(); at; at = ListRawGeneric::next(*at)) {
-    if (auto* const adapter = dynamic_cast<ZolNboAttrLogSa*>(at->zolRawReactor())) {
-      adapter->announced_ = false;
-    }
+    PtrInterface::NotifieeConst* const reactor = at->zolRawReactor();
+    if (reactor && reactor->isStreamAdapter())
+      visit(static_cast<Entity::ZolNboAttrLogSa&>(*reactor));
   }
+}
+
+}  // namespace
+
+// What has been announced once goes on streaming: the peer may hold it by other ways.
+void Entity::ZolNboAttrLogSa::withdrawAnnouncements(Entity const& entity, Entity const& holder) {
+  eachAdapter(entity, [](ZolNboAttrLogSa& adapter) { adapter.announced_ = false; });
+  eachAdapter(holder, [](ZolNboAttrLogSa& adapter) {
+    if (Ptr<NboAttrLog::Demuxer> const demuxer = adapter.streamDemuxer()) demuxer->wakeAll();
+  });
 }
 
 void Entity::ZolNboAttrLogSa::doBaseZolNboAttrLogSaMsg(AttributeId, DeserializationOptions,
@@ -309,11 +330,11 @@ bool Entity::ZolNboAttrLogSa::isReplica() const noexcept {
 }
 
 bool Entity::ZolNboAttrLogSa::isReadOnlyReplica(Entity const& entity) {
-  for (auto const* at = entity.zolNotifiees().head(); at; at = ListRawGeneric::next(*at)) {
-    auto const* const adapter = dynamic_cast<ZolNboAttrLogSa const*>(at->zolRawReactor());
-    if (adapter && adapter->nboAttrLogOut() && adapter->has(flagOutReadOnly)) return true;
-  }
-  return false;
+  bool found = false;
+  eachAdapter(entity, [&](ZolNboAttrLogSa const& adapter) {
+    found |= adapter.nboAttrLogOut() && adapter.has(flagOutReadOnly);
+  });
+  return found;
 }
 
 // The adapter of an entity on a stream.

@@ -195,6 +195,9 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   // The peer names this adapter's entity by `id`. `fromPeer` is always true.
   void doEntityIdIs(EntityId const& id, NboAttrLog::Demuxer& demuxer, bool fromPeer);
   void sendTransactionMarker(AttributeId id, AttrTransactionType type, unsigned int n);
+  // Asks the owner to send all of the entity once more, from a replica that may write. `referred`:
+  // what a message about attribute `id` named and is strange here; 0: nothing is.
+  void sendLacks(AttributeId id, EntityId referred);
   // Whether a change of this entity right now is the stream's own doing.
   [[nodiscard]] bool handlingFlowInFor(AttributeId id) const;
   // Whether a message may pass ahead of what is owed: only in the scheduled flow-out. From a
@@ -203,8 +206,9 @@ class ZOL_EXPORT Entity::ZolNboAttrLogSa : public StreamAdapter {
   // A flow that owes only marks.
   void createFlowOutOnDemand();
 
-  // The entity has left its parent: its adapters forget that it has been announced.
-  static void withdrawAnnouncements(Entity const& entity);
+  // The entity has left its holder: its adapters forget that it has been announced, and what waits
+  // for an announcement by way of the holder waits no longer.
+  static void withdrawAnnouncements(Entity const& entity, Entity const& holder);
 
  protected:
   ZolNboAttrLogSa(Zol_BitSet flags, unsigned int n, Ptr<NboAttrLog::Out> const& out,

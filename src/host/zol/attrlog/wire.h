@@ -10,7 +10,7 @@
 //   SYNCED  u64 root id
 //   FORGET  u64 entity id
 //   BYE     text reason
-//   LACKS   u64 entity id, i32 attribute id, u64 id that the message referred to
+//   LACKS   u64 entity id, i32 attribute id, u64 id that the message referred to, or 0
 //   ALIVE   nothing: sent when nothing else has been, so that the peer knows that this end is there
 //
 // A text is a u32 length and the bytes; a text chunk is a u8 "more follows", a u32 length and the
