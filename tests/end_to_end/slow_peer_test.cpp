@@ -22,8 +22,8 @@ class SlowPeer : public testing::TestWithParam<bool> {
     pair.source = Connection::overFd(fds[0], {});
     pair.replica = Connection::overFd(fds[1], {});
   }
-  void mount() {
-    pair.mount(config);
+  void mount(MountOptions options = {}) {
+    pair.mount(config, options);
     mirror = pair.mirrored("main");
     ASSERT_TRUE(mirror);
   }
@@ -101,13 +101,19 @@ TEST_P(SlowPeer, ofEachKeyOneIsOwed) {
   EXPECT_EQ(mirror->diagModeConfigCount(), keys / 200);
 }
 
-// Of keys that come and go and never return nothing is kept: what is there is walked instead.
-TEST_P(SlowPeer, keysThatNeverReturnAreNotOwed) {
+// Of keys that come and go and never return nothing is kept: what is there is walked instead, and
+// what a replica has put in meanwhile is not taken out.
+class PassingKeys : public SlowPeer {
+ protected:
+  void comeAndGo(bool writable);
+};
+
+void PassingKeys::comeAndGo(bool writable) {
   auto const command = main->diagCommandConfigIs("command");
   main->reloadCauseIs(7, {});
   command->parameterIs(7, "stays");
   main->diagModeConfigIs("stays")->diagCommandConfigIs("below");
-  mount();
+  mount(writable ? MountOptions{MountOptions::writableByPeer} : MountOptions{});
   auto const stays = mirror->diagModeConfig("stays")->diagCommandConfig();
   std::uint32_t next = 1000;
   staysBounded(6, 3 * 1024 * 256, [&](std::uint32_t) {
@@ -122,11 +128,21 @@ TEST_P(SlowPeer, keysThatNeverReturnAreNotOwed) {
   });
   command->parameterDel(7);
   main->reloadCauseIs(8, {});
+  if (writable) {
+    mirror->reloadCauseIs(9, {});
+    mirror->diagCommandConfig()->parameterIs(9, "there");
+    mirror->diagModeConfigIs("there")->diagCommandConfigIs("below");
+  }
   readsAgain();
-  EXPECT_EQ(mirror->reloadCauseCount(), 2U);
-  EXPECT_EQ(mirror->diagCommandConfig()->parameterCount(), 0U);
+  EXPECT_EQ(mirror->reloadCauseCount(), writable ? 3U : 2U);
+  EXPECT_EQ(mirror->diagCommandConfig()->parameterCount(), writable ? 1U : 0U);
+  EXPECT_EQ(mirror->diagModeConfigCount(), writable ? 2U : 1U);
   EXPECT_EQ(mirror->diagModeConfig("stays")->diagCommandConfig(), stays);
 }
+
+TEST_P(PassingKeys, areNotOwed) { comeAndGo(false); }
+
+TEST_P(PassingKeys, areNotOwedToAReplicaThatWrites) { comeAndGo(true); }
 
 TEST_P(SlowPeer, aTextOfTheGreatestLengthArrivesAndALongerOneCloses) {
   std::size_t const most = ConnectionOptions().maxText;
@@ -147,7 +163,8 @@ TEST_P(SlowPeer, aTextOfTheGreatestLengthArrivesAndALongerOneCloses) {
   EXPECT_TRUE(mirror->diagCommandConfig()->parameter(1) == text);
 }
 
-INSTANTIATE_TEST_SUITE_P(Over, SlowPeer, testing::Bool(),
-                         [](auto const& over) { return over.param ? "aSocketPair" : "memory"; });
+auto const nameOf = [](auto const& over) { return over.param ? "aSocketPair" : "memory"; };
+INSTANTIATE_TEST_SUITE_P(Over, SlowPeer, testing::Bool(), nameOf);
+INSTANTIATE_TEST_SUITE_P(Over, PassingKeys, testing::Bool(), nameOf);
 
 }  // namespace

@@ -195,9 +195,9 @@ struct Collection {
   static constexpr std::size_t kFewKeys = 1024;
 
   // Most of what is owed are removals: a walk of what is there says the same, and keeps no keys.
-  // Where the peer makes members too, a walk would take out what is under way from it.
+  // The brackets of a replica take nothing out, so its keys are kept.
   static void walkOwed(EntityAdapter& adapter, LevelFlowOut& flow) {
-    if (!adapter.has(flagInReadOnly) || adapter.has(flagScheduledFlowOut)) return;
+    if (adapter.isReplica() || adapter.has(flagScheduledFlowOut)) return;
     flow.keysDel(A::kId);
     flow.bitIs(A::kBit, false);
     if (flow.attrId() == A::kId) flow.bookmarkFree();
