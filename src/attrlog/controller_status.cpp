@@ -29,6 +29,9 @@ class Sa::ZolNboAttrLogSaAdapter_ final : public Zol::ReactorAdapter<Model::Noti
   using ReactorAdapter::ReactorAdapter;
   using Listener = Model::NotifieeConst;
 #include "host/zol/stamp/stamp_forwards.h"
+#include "host/models/power_controller_status.def"
+
+#include "host/zol/stamp/stamp_forwards.h"
 #include "schema/controller_status.def"
 };
 
@@ -40,6 +43,9 @@ class ChipStatusAdapter<Chip>::ZolNboAttrLogSaAdapter_ final
   using Half::Half;
   using Half::zolReactorAdapter;
   using Listener = typename Chip::NotifieeConst;
+#include "host/zol/stamp/stamp_forwards.h"
+#include "host/models/power_controller_status.def"
+
 #include "host/zol/stamp/stamp_forwards.h"
 #include "schema/controller_status.def"
 };

@@ -23,12 +23,12 @@
 #define ZOL_TEXTS(attr, Attr, id, Key, FLAGS)                                                  \
   Zol::String8 Self::attr(Key key) const { return valueOf<Zol::String8>(read(attr##_)[key]); } \
   ZOL_TAKING(attr, Attr, id, Key, Zol::String8, takeOutValue<Zol::String8>)
-#define ZOL_REFERENCES(attr, Attr, id, Type, Key, field, FLAGS)                     \
-  Zol::Ptr<Type> Self::attr(Key key) const {                                        \
-    Zol##Attr const* const entry = read(attr##_)[key];                              \
-    return entry ? entry->zolValue() : nullptr;                                     \
-  }                                                                                 \
-  Zol::Ptr<Self::Zol##Attr> Self::zol##Attr(Key key) const { return attr##_[key]; } \
+#define ZOL_REFERENCES(attr, Attr, id, Type, Key, field, FLAGS)                           \
+  Zol::Ptr<Type> Self::attr(Key key) const {                                              \
+    Zol##Attr const* const entry = read(attr##_)[key];                                    \
+    return entry ? entry->zolValue() : nullptr;                                           \
+  }                                                                                       \
+  Zol::Ptr<Self::Zol##Attr> Self::zol##Attr(Key key) const { return read(attr##_)[key]; } \
   ZOL_TAKING(attr, Attr, id, Key, Zol::Ptr<Type>, takeOutReference<Type>)
 #define ZOL_SINGLETON(attr, Attr, id, Type, FLAGS)                        \
   Zol::Ptr<Type> Self::attr() const { return read(attr##_); }             \

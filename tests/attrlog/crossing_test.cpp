@@ -169,6 +169,27 @@ TEST_F(Crossing, whatBothMakeIsTheOwnersWhereTheReplicaCouldNotSaySo) {
   }
 }
 
+// A member that is owed goes out as it is, and not behind a removal, if nothing has been removed.
+TEST_F(Crossing, aMemberThatBothMakeIsOneWhereTheReplicaOwesIt) {
+  for (bool const removed : {false, true}) {
+    SCOPED_TRACE(removed);
+    auto const rail = mainOf(*config).voltageRailIs(4, nullptr, nullptr);
+    rail->overrideVoutUvLimitIs(Units::Volts(2));
+    mainOf(*mirror()).locationIs(std::string(60000, removed ? 'r' : 's'));
+    mainOf(*mirror()).voltageRailIs(4, nullptr, nullptr);
+    if (removed) mainOf(*mirror()).voltageRailDel(4);
+    mainOf(*mirror()).voltageRailIs(4, nullptr, nullptr)->overrideVoutOvLimitIs(Units::Volts(9));
+    EXPECT_TRUE(mainOf(*mirror()).zolNboAttrLogSa(pair.replica->out())->flowOut());
+    pair.replica->pump();
+    pair.flow();
+    expectEqual();
+    EXPECT_EQ(mainOf(*config).voltageRail(4) == rail, !removed);
+    EXPECT_EQ(mainOf(*config).voltageRail(4)->overrideVoutOvLimit(), Units::Volts(9));
+    mainOf(*config).voltageRailDel(4);
+    pair.flow();
+  }
+}
+
 TEST_F(Crossing, aReplicaThatLacksWhatAMessageRefersToGetsItAgain) {
   auto const gone = addController(*config, "gone");
   pair.flow();

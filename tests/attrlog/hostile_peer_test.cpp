@@ -193,6 +193,12 @@ TEST_F(HostilePeer, unknownThingsAreSkippedAndCounted) {
   EXPECT_EQ(static_cast<unsigned int>(root()->realUcd9012Controller("main")->operationalMode()),
             17U);
   EXPECT_EQ(peer.connection->counters().unknownEnums, 1U);
+  // As what an entity is made with, too: who holds such a one can announce it.
+  Frame desc = Frame::data(kRoot, 258).text("desc").u64(0).u8(1).u8(2).u8(3).u32(77).u8(0);
+  peer.send(desc.u32(0).u32(78).u8(0).u32(0).u8(0).u64(0x30));
+  ASSERT_TRUE(root()->dexoDesc("desc"));
+  EXPECT_EQ(static_cast<unsigned int>(root()->dexoDesc("desc")->readDelay()), 78U);
+  EXPECT_EQ(peer.connection->counters().unknownEnums, 3U);
 }
 
 TEST_F(HostilePeer, aReaderOfAReadOnlyRootMayNotWriteMarkOrSweep) {

@@ -251,6 +251,51 @@ TEST_F(Walks, aReferenceGoesOnWhenWhatItWaitsForIsAnnounced) {
   expectEqual();
 }
 
+// The walk of `controller` waits for what another tree has not announced yet.
+class BlockedWalk : public Walks {
+ protected:
+  void mountBlocked() {
+    awaited = other->realUcd9012ControllerIs("awaited", std::string(70000, 'c'), nullptr, nullptr,
+                                             nullptr);
+    pair.mount(other);
+    config->controllerIs(main);
+    config->controllerIs(awaited);
+    pair.mount(config);
+    ASSERT_TRUE(flow(*config) && flow(*config)->hasBookmark());
+  }
+  void release() {
+    config->controllerDel("awaited");
+    other->realUcd9012ControllerDel("awaited");
+    pair.flow();
+    EXPECT_FALSE(flow(*config));
+    expectEqual();
+  }
+
+  Zol::Ptr<Config> const other = Hardware::Ucd9012::configFactory("other");
+  Zol::Ptr<Ucd9012ControllerConfig> awaited;
+};
+
+TEST_F(BlockedWalk, holdsUpNothingThatComesToBeOwedInFrontOfIt) {
+  addController(*config, "goes")->readyIs(true);
+  mountBlocked();
+  addController(*config, "comes");
+  pair.flow();
+  EXPECT_TRUE(pair.mirrored("comes"));
+  config->realUcd9012ControllerDel("goes");
+  pair.flow();
+  EXPECT_FALSE(pair.mirrored("goes"));
+  release();
+}
+
+TEST_F(BlockedWalk, isNotTakenForThatOfAnotherCollection) {
+  for (unsigned int i = 0; i < 1100; ++i) addController(*config, numbered("c", i));
+  mountBlocked();
+  for (unsigned int i = 0; i < 1100; ++i) config->realUcd9012ControllerDel(numbered("c", i));
+  pair.flow();
+  EXPECT_EQ(pair.mirror()->realUcd9012ControllerCount(), 1U);
+  release();
+}
+
 TEST_F(Walks, aReferenceGoesOnWhenWhatItWaitsForHasLeftTheTree) {
   Zol::Ptr<Reluctant<Hardware::DexoDesc>> const desc(new Reluctant<Hardware::DexoDesc>("desc"));
   desc->refusals = 1000;

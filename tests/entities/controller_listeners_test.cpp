@@ -48,6 +48,31 @@ TEST(ControllerListeners, HearWhatTheirClassHasAndAreOtherwisePassedOver) {
   EXPECT_FALSE(ofDerived->notifier());
 }
 
+// Whoever only waits for an entity's end needs no slots of its class.
+TEST(ControllerListeners, OfTheFrameHearOfTheEndOfAnyEntityAndOfNothingElse) {
+  class Watching : public Zol::Entity::Notifiee {
+   public:
+    int ends = 0;
+    virtual void wrongSlot() { ADD_FAILURE(); }
+    virtual void anotherWrongSlot() { ADD_FAILURE(); }
+    void onZeroReferences() override { ++ends; }
+  };
+  auto config = configFactory("c");
+  Zol::Ptr<ControllerConfig> chip =
+      config->realPsocControllerIs("p", "", nullptr, nullptr, nullptr);
+  auto const ofConfig = listenTo<Watching>(config);
+  auto const ofChip = listenTo<Watching>(chip);
+  for (auto const& listener : {ofConfig, ofChip}) listener->isWeakReferenceIs(true);
+  chip->autoStartPowerProgramIs(true);
+  chip->readyIs(true);
+  config->realPsocControllerDel("p");
+  EXPECT_EQ(ofChip->ends, 0);
+  chip = nullptr;
+  config = nullptr;
+  EXPECT_EQ(ofChip->ends, 1);
+  EXPECT_EQ(ofConfig->ends, 1);
+}
+
 TEST(ControllerListeners, TakeNoRoot) {
   auto const listener = listenTo<Counting<ControllerConfig::Notifiee>>(configFactory("c"));
   EXPECT_EQ(listener->zolNotifier(), nullptr);

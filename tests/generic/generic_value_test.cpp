@@ -138,6 +138,15 @@ TEST(TypeObjects, MakeValuesFromTextsAndRootsFromNames) {
                Zol::InternalException);
 }
 
+TEST(GenericObjects, OfAnEntityTakeNoneOfAnotherClass) {
+  Zol::Ptr<Config::GenericIf_> const generic(
+      new Config::GenericIf_(configFactory("c").get(), false));
+  EXPECT_TRUE(generic->obj());
+  generic->notifierIs(statusFactory("s"));
+  EXPECT_FALSE(generic->obj());
+  EXPECT_FALSE(generic->voidPtrIs(Config::_fwkType()));
+}
+
 TEST(TypeObjects, FindAnEntityByTheTextOfAReference) {
   auto const config = configFactory("generic-text");
   auto const main = config->realPsocControllerIs("p", "", nullptr, nullptr, nullptr);
@@ -157,7 +166,10 @@ TEST(TypeObjects, FindAnEntityByTheTextOfAReference) {
 // Notes what it hears.
 struct Tool : Ucd9012DiagConfig::GenericIf_ {
   using GenericIf_::GenericIf_;
-  void onAttribute(Zol::AttributeId id) override { heard += std::to_string(id) + " "; }
+  void onAttribute(Zol::AttributeId id) override {
+    heard += std::to_string(id) + " ";
+    if (during) std::exchange(during, nullptr)();
+  }
   void onAttribute(Zol::AttributeId id, Zol::Ptr<GenericIf const>& key) override {
     heard += std::to_string(id) + "[" + std::string(key->strRep().view()) + "] ";
     if (during) std::exchange(during, nullptr)();
@@ -202,15 +214,18 @@ TEST_F(QueuedDelivery, TellsOfOneChangeByItsKeyAndOfSeveralAsAWhole) {
 
 TEST_F(QueuedDelivery, QueuesWhatChangesMeanwhileAndHoldsItsListener) {
   tool->activityIs(activity);
-  tool->during = [this] { entity->epochIs(1); };
-  entity->parameterIs(1, "a");
-  activity->run();
-  EXPECT_EQ(tool->taken(), "259[1] ");
-  EXPECT_FALSE(activity->empty());
-  activity->run();
-  EXPECT_EQ(tool->taken(), "260 ");
+  for (unsigned int changes : {1, 2}) {
+    tool->during = [this] { entity->epochIs(entity->epoch() + 1); };
+    for (unsigned int i = 0; i < changes; ++i)
+      entity->parameterIs(1, std::to_string(changes * 8 + i));
+    activity->run();
+    EXPECT_EQ(tool->taken(), changes == 1 ? "259[1] " : "259 ");
+    EXPECT_FALSE(activity->empty());
+    activity->run();
+    EXPECT_EQ(tool->taken(), "260 ");
+  }
 
-  entity->epochIs(2);
+  entity->epochIs(7);
   std::uint32_t const held = tool->references();
   Tool* const raw = tool.get();
   EXPECT_EQ(held, 2u);

@@ -72,7 +72,10 @@ void Entity::NotifieeConst::isRegisteredNotifieeIs(bool value) const {
 
 Name Entity::NotifieeConst::name() const { return entity() ? entity()->name() : Name(); }
 
+char const Entity::NotifieeConst::kFrameListener = 0;
+
 void Entity::NotifieeConst::notifierIs(Ptr<PtrInterface const> const& notifier) {
+  listenerClass_ = &kFrameListener;
   entityIs(dynamic_cast<Entity const*>(notifier.get()));
 }
 

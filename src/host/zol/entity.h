@@ -130,7 +130,10 @@ class ZOL_EXPORT Entity::NotifieeConst : public PtrInterface::NotifieeConst {
 
   void isRegisteredNotifieeIs(bool value) const override;
   [[nodiscard]] Name name() const override;
+  // For a listener that has no slots beyond the frame's, which may be given an entity of any class:
+  // it hears of the entity's end, and of no attribute.
   void notifierIs(Ptr<PtrInterface const> const& notifier) override;
+  [[nodiscard]] bool isOfFrame() const noexcept { return listenerClass_ == &kFrameListener; }
 
  protected:
   // Listens to `entity` from now on: takes care of both lists and of the counts.
@@ -141,6 +144,8 @@ class ZOL_EXPORT Entity::NotifieeConst : public PtrInterface::NotifieeConst {
   }
 
  private:
+  static char const kFrameListener;
+
   void join() const;
   void leave() const;
 };

@@ -8,8 +8,6 @@ namespace {
 constexpr unsigned int kMaxLog = 24;
 }
 
-HashMapVTableGeneric::~HashMapVTableGeneric() = default;
-
 HashLink& HashMapGeneric::link(PtrInterface const* entry) const noexcept {
   auto* const bytes = reinterpret_cast<unsigned char*>(const_cast<PtrInterface*>(entry));
   return *reinterpret_cast<HashLink*>(bytes + linkPosition_);

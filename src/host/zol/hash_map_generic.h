@@ -26,7 +26,6 @@ struct HashLink {
 // What the untyped half asks of the entries. Keys go by address of the key's type.
 class ZOL_EXPORT HashMapVTableGeneric {
  public:
-  virtual ~HashMapVTableGeneric();
   // The reversed hash of the entry's key.
   [[nodiscard]] virtual std::uint32_t hash(PtrInterface const* entry) const = 0;
   [[nodiscard]] virtual bool keyEquals(void const* key, PtrInterface const* entry) const = 0;
@@ -36,6 +35,9 @@ class ZOL_EXPORT HashMapVTableGeneric {
                                          PtrInterface const* other) const = 0;
   // Stores `next` in the chain link of `entry`.
   virtual void setNext(PtrInterface* entry, PtrInterface* next) const = 0;
+
+ protected:
+  ~HashMapVTableGeneric() = default;
 };
 
 // A hashed collection of counted entries. Members stand in one total order, by reversed hash and

@@ -8,13 +8,16 @@ namespace Zol {
 
 // Whether a listener of the list's class is one of the class `To` below it, without a walk of the
 // type tree: each such class marks its listeners with the address of its `kListenerClass` at
-// construction. A class whose listeners are all that its list can hold has no mark and no test.
+// construction. A class whose listeners are all that its list can hold but those of the frame,
+// which hear of the entity's end only, has no mark of its own.
 template <class To>
 To* listenerCast(Entity::NotifieeConst& member) {
   if constexpr (requires { To::kListenerClass; }) {
     return To::isListener(member) ? static_cast<To*>(&member) : nullptr;
+  } else if constexpr (std::is_same_v<To, Entity::NotifieeConst>) {
+    return &member;
   } else {
-    return static_cast<To*>(&member);
+    return member.isOfFrame() ? nullptr : static_cast<To*>(&member);
   }
 }
 

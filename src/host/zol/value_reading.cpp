@@ -185,10 +185,9 @@ void rethrowFromDeserializeAttr(RangeException const& failure, String8& name) {
 }
 
 void throwJunk(It const& position) {
-  throw RangeException(
-      format("junk at column %lld deserializing %s", static_cast<long long>(position.position()),
-             position.text().view().data()),
-      Exception::IdBitArray());
+  throw RangeException("junk at column " + std::to_string(position.position()) + " deserializing " +
+                           std::string(position.text().view()),
+                       Exception::IdBitArray());
 }
 
 }  // namespace Zol

@@ -20,7 +20,11 @@ struct Children : Collection<A, Children<A>> {
     EntityAdapter::ApplyingEnd const end(adapter);
     if (hearing == Hearing::silent) return;
     if (hearing == Hearing::adopts) return adapter.adopt(child);
-    if (!Common::keyMayLeave(adapter, key, *adapter.nboAttrLogOut())) return;
+    if (!Common::keyMayLeave(adapter, key, *adapter.nboAttrLogOut())) {
+      LevelFlowOut* const flow = adapter.levelFlow();
+      if (!child && flow && !adapter.has(flagInReadOnly)) Common::dirty(*flow).removalIs(key);
+      return;
+    }
     if (!child) return Common::writeRemoval(adapter, key);
     writeReference([&] { adapter.childLeaves(kRow, *child); },
                    [&] { Common::keyWaits(adapter, key); });
@@ -38,12 +42,13 @@ struct Children : Collection<A, Children<A>> {
     A::send(A::adapter(adapter), key, Ptr<Member>(entry));
     return true;
   }
-  // The key's debt may have taken in a removal. Where both ends make members, a peer that has one
-  // under its own id would take an announcement for that of the same member made at both.
+  // Where both ends make members, a peer that has one under its own id would take an announcement
+  // for that of the same member made at both: the removal that came before is told too.
   static bool sendDirty(EntityAdapter& adapter, Key const& key, Entry* entry) {
-    bool const made =
-        entry && !adapter.has(flagInReadOnly) && !entry->zolNboAttrLogSa(adapter.nboAttrLogOut());
-    if (made) sendEntry(adapter, key, nullptr);
+    bool const removed = Common::dirty(*adapter.levelFlow()).removalDel(key);
+    if (removed && entry && !entry->zolNboAttrLogSa(adapter.nboAttrLogOut())) {
+      sendEntry(adapter, key, nullptr);
+    }
     return sendEntry(adapter, key, entry);
   }
 

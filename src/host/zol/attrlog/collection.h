@@ -113,10 +113,9 @@ struct Collection {
     if (!Kind::runEnds(adapter, *flow)) return false;
     bool const onlyKeys = (flow->zolDataBits() & FlowOut::kOnlyDirtyKeys) != 0;
     if (!onlyKeys && !flow->bit(A::kBit)) {
-      if (!flow->hasBookmark()) {
-        adapter.sendTransactionMarker(A::kId, LogRow::TransactionType::begin, 0);
-      }
-      Walk it = flow->hasBookmark() ? Walk::notBefore(&map, flow->bookmarkDeq<Key>()) : Walk(&map);
+      bool const goesOn = flow->hasBookmarkOf(A::kId);
+      if (!goesOn) adapter.sendTransactionMarker(A::kId, LogRow::TransactionType::begin, 0);
+      Walk it = goesOn ? Walk::notBefore(&map, flow->bookmarkDeq<Key>()) : Walk(&map);
       while (it) {
         bool const done = Kind::sendEntry(adapter, it.key(), it.entry());
         bool const blocked = flow->blocked();
@@ -126,7 +125,7 @@ struct Collection {
           if (adapter.continueFlowOut()) continue;
         }
         if (it) {
-          flow->bookmarkEnq(it.key());
+          flow->bookmarkEnq(A::kId, it.key());
           return false;
         }
         adapter.sendTransactionMarker(A::kId, LogRow::TransactionType::end, 0);

@@ -373,10 +373,13 @@ void Demuxer::run(Entity::ZolNboAttrLogSa& adapter) {
     adapter.doThis();
     return;
   }
-  // What stands behind a reference that waits goes on without it; a walk or a text does not.
+  // What stands behind a reference that waits goes on without it; a walk or a text does not. What
+  // has come to be owed in front of that is paid first.
   bool const holdsPlace = flow->hasBookmark() || flow->hasValueIter();
-  adapter.resume_ = blocked && !holdsPlace ? next + 1 : next;
-  if (blocked ? holdsPlace : next == 0 && adapter.idleRounds_ >= kIdleRounds) {
+  bool const waits = blocked && holdsPlace;
+  bool const fromTheStart = adapter.resume_ == 0;
+  adapter.resume_ = waits ? 0 : blocked ? next + 1 : next;
+  if (waits ? fromTheStart : next == 0 && adapter.idleRounds_ >= kIdleRounds) {
     adapter.parked_ = true;
   } else {
     enqueue(adapter);

@@ -27,12 +27,26 @@ class DirtyKeys final : public DirtyKeysBase {
     return true;
   }
   void dirtyDel(Key const& key) {
-    if (Entry* const entry = map_[key]) map_.deleteMember(entry);
+    erase(map_, key);
+    erase(removals_, key);
   }
+  // What is owed of the key began with a removal, whatever has taken its place since.
+  void removalIs(Key const& key) {
+    if (!removals_[key]) removals_.newMember(Ptr<Entry>(new Entry(key, true)).get());
+  }
+  // Takes the mark: whether it was so.
+  bool removalDel(Key const& key) { return erase(removals_, key); }
   [[nodiscard]] Map const& map() const noexcept { return map_; }
 
  private:
+  static bool erase(Map& map, Key const& key) {
+    Entry* const entry = map[key];
+    if (entry) map.deleteMember(entry);
+    return entry;
+  }
+
   Map map_;
+  Map removals_;
 };
 
 }  // namespace Zol::NboAttrLog

@@ -35,9 +35,10 @@ LogKey FlowOut::valueKeyDeq() {
   return key;
 }
 
-void FlowOut::bookmarkEnq(LogKey key) {
+void FlowOut::bookmarkEnq(AttributeId id, LogKey key) {
   if (bookmark_) throwInternalException("!rsc->bookmark()");
   bookmark_ = std::move(key);
+  bookmarkedId_ = id;
 }
 
 void FlowOut::pendingAbortIs(AttributeId id, bool value) {

@@ -86,10 +86,16 @@ class ZOL_EXPORT FlowOut : public PtrInterface {
   LogKey valueKeyDeq();
   void valueKeyFree() noexcept { valueKey_.reset(); }
 
-  // The key at which a collection walk goes on; at most one.
+  // The key at which the walk of a collection goes on; at most one.
   [[nodiscard]] bool hasBookmark() const noexcept { return bookmark_.has_value(); }
+  // Whether it is in the collection `id`. One of another collection is dropped: that walk begins
+  // anew.
+  [[nodiscard]] bool hasBookmarkOf(AttributeId id) noexcept {
+    if (bookmarkedId_ != id) bookmark_.reset();
+    return hasBookmark();
+  }
   // Throws `InternalException` "!rsc->bookmark()" when one is saved already.
-  void bookmarkEnq(LogKey key);
+  void bookmarkEnq(AttributeId id, LogKey key);
   // Takes the key; the zero key or the empty name when there is none.
   template <class Key>
   Key bookmarkDeq() {
@@ -131,6 +137,7 @@ class ZOL_EXPORT FlowOut : public PtrInterface {
   std::optional<String8::IteratorConst> valueIter_;
   std::optional<LogKey> valueKey_;
   std::optional<LogKey> bookmark_;
+  AttributeId bookmarkedId_ = 0;
   std::set<AttributeId> pendingAborts_;
 };
 

@@ -107,6 +107,10 @@ Ptr<Entity> NboAttrLog::In::nextEntity() {
   return entity;
 }
 
+void NboAttrLog::In::unknownEnumsInc() {
+  if (demuxer_) demuxer_->unknownEnumsInc(1);
+}
+
 void NboAttrLog::In::throwWrongType() {
   throw AttrLogEntityException("Entity is the wrong type", Exception::IdBitArray());
 }

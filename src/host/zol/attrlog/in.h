@@ -150,6 +150,9 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
     taken_ = false;
   }
 
+  // An enumeration has had a number without an enumerator.
+  void unknownEnumsInc();
+
   [[nodiscard]] Demuxer* demuxer() const noexcept { return demuxer_; }
   void demuxerIs(Demuxer* demuxer) noexcept { demuxer_ = demuxer; }
 
@@ -168,15 +171,16 @@ class ZOL_EXPORT In final : public Zol::ByteConnection::In {
 // Limits reading to the next `size` bytes for its life time.
 class ConnectionInSizeAnchor {
  public:
-  ConnectionInSizeAnchor(Connection::In& in, unsigned int size) : in_(in), bound_(in.bound()) {
-    if (size < in.left()) in_.boundIs(in_.position() + size);
+  ConnectionInSizeAnchor(Ptr<Connection::In> const& in, unsigned int size)
+      : in_(in), bound_(in->bound()) {
+    if (size < in_->left()) in_->boundIs(in_->position() + size);
   }
-  ~ConnectionInSizeAnchor() { in_.boundIs(bound_); }
+  ~ConnectionInSizeAnchor() { in_->boundIs(bound_); }
   ConnectionInSizeAnchor(ConnectionInSizeAnchor const&) = delete;
   ConnectionInSizeAnchor& operator=(ConnectionInSizeAnchor const&) = delete;
 
  private:
-  Connection::In& in_;
+  Ptr<Connection::In> in_;
   Connection::In::Position bound_;
 };
 

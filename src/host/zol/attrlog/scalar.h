@@ -17,22 +17,6 @@ template <>
 inline constexpr std::uint32_t kFixedSize<std::uint32_t> = 4;
 
 // A number without an enumerator is counted and applied as it came.
-template <class T>
-T scalarRead(EntityAdapter& adapter, In& in) {
-  if constexpr (std::is_enum_v<T>) {
-    std::uint32_t const number = in.nextU32();
-    Expect const scope(12);
-    try {
-      return enumeratorOf(number, T{});
-    } catch (RangeException const&) {
-      adapter.streamDemuxer()->unknownEnumsInc(1);
-      return static_cast<T>(number);
-    }
-  } else {
-    return WireForm<T>::read(in);
-  }
-}
-
 template <class A>
 struct Scalar {
   using Value = typename A::Value;
@@ -53,7 +37,7 @@ struct Scalar {
   static void react(EntityAdapter& adapter, void*) { A::react(A::adapter(adapter)); }
 
   static void apply(EntityAdapter& adapter, Inbound& message) {
-    Value const value = scalarRead<Value>(adapter, message.in);
+    Value const value = WireForm<Value>::read(message.in);
     requireEnd(message);
     if (!message.applies) return react(adapter, nullptr);
     A::set(holder(adapter), value);

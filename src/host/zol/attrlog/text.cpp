@@ -60,7 +60,7 @@ void textArrived(EntityAdapter& adapter, Inbound& message, LogRow const& row,
   String8::Iterator whole;
   String8::Iterator& text = message.flow ? message.flow->iterFor(message.id) : whole;
   if (message.size != 0) {
-    ConnectionInSizeAnchor const bound(message.in, message.size);
+    ConnectionInSizeAnchor const bound(&message.in, message.size);
     chunkRead(message, text);
   }
   Ptr<Demuxer> const demuxer = adapter.streamDemuxer();

@@ -68,14 +68,14 @@ struct Texts : Collection<A, Texts<A>> {
   }
 
   static void apply(EntityAdapter& adapter, Inbound& message) {
-    ConnectionInSizeAnchor const bound(message.in, message.size);
+    ConnectionInSizeAnchor const bound(&message.in, message.size);
     Key key = WireForm<Key>::read(message.in);
     adapter.channelModeIs(MsgChannel::Mode::applied);
     if (!message.applies) return Common::react(adapter, &key);
     bool const goesOn = message.flow && message.flow->idxMatches(key);
     String8::Iterator whole;
     String8::Iterator& text = goesOn ? message.flow->iterFor(A::kId) : whole;
-    if (message.in.left() != 0) chunkRead(message, text);
+    if (message.size != 0) chunkRead(message, text);
     adapter.streamDemuxer()->requireRoomFor(A::map(Common::holder(adapter)), key);
     // A text under way confirms the one that it will take the place of.
     typename Common::Confirmed const confirmed(adapter, key);

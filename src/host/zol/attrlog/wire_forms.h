@@ -7,6 +7,7 @@
 #include "host/zol/attrlog/in.h"
 #include "host/zol/attrlog/out.h"
 #include "host/zol/entity.h"
+#include "host/zol/expect.h"
 
 namespace Zol::NboAttrLog {
 
@@ -39,12 +40,22 @@ struct WireForm<Name> {
 };
 
 // An enumeration gives its enumerators by `enumeratorOf( number, E )`, found beside the
-// enumeration, which throws `RangeException` for a number without one.
+// enumeration, which throws `RangeException` for a number without one. That is counted and taken as
+// it is: the peer may know an enumerator more.
 template <class E>
 requires std::is_enum_v<E>
 struct WireForm<E> {
   static void write(OutPtr const& out, E value) { out << static_cast<int>(value); }
-  static E read(In& in) { return enumeratorOf(in.nextU32(), E{}); }
+  static E read(In& in) {
+    std::uint32_t const number = in.nextU32();
+    Expect const scope(12);
+    try {
+      return enumeratorOf(number, E{});
+    } catch (RangeException const&) {
+      in.unknownEnumsInc();
+      return static_cast<E>(number);
+    }
+  }
 };
 
 // The id by which the log knows what a constructor parameter refers to, which is announced first

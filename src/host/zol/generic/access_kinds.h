@@ -198,6 +198,7 @@ void deliverKeyed(GenericIfEntity& generic, bool whole) {
   auto& waits = self.ownAdapter().*pending;
   unsigned char const count = std::exchange(waits.count, static_cast<unsigned char>(0));
   if (count > 1 || whole) {
+    if (ActivitySm* const delivery = generic.actsm()) delivery->take();
     (self.*changed)();
   } else if (count == 1) {
     (self.*memberChanged)(waits.key);

@@ -42,8 +42,10 @@ void GenericIfEntity::hasNotificationActiveIs(bool value) {
 }
 
 void GenericIfEntity::notifierIs(Ptr<PtrInterface const> const& notifier) {
-  if (half_.listener) half_.listener->notifierIs(notifier);
-  storeNotifier(dynamic_cast<Entity const*>(notifier.get()));
+  auto const* const entity = dynamic_cast<Entity const*>(notifier.get());
+  bool const ofClass = entity && entity->fwkType()->isA(type());
+  if (half_.listener) half_.listener->notifierIs(ofClass ? notifier : nullptr);
+  storeNotifier(ofClass ? entity : nullptr);
 }
 
 void GenericIfEntity::zolDoZombieReactors(bool value) {
