@@ -190,6 +190,16 @@ TEST_F(Crossing, aMemberThatBothMakeIsOneWhereTheReplicaOwesIt) {
   }
 }
 
+TEST_F(Crossing, aMemberThatAReplicaOwesIsNotTakenOutByABracket) {
+  mainOf(*mirror()).locationIs(std::string(std::size_t{4} << 20, 'x'));
+  auto const rail = mainOf(*mirror()).voltageRailIs(6, nullptr, nullptr);
+  mainOf(*config).zolNboAttrLogSa(pair.source->out())->walkAgain();
+  pair.flow();
+  EXPECT_EQ(mainOf(*mirror()).voltageRail(6), rail);
+  EXPECT_TRUE(mainOf(*config).voltageRail(6));
+  expectEqual();
+}
+
 TEST_F(Crossing, aReplicaThatLacksWhatAMessageRefersToGetsItAgain) {
   auto const gone = addController(*config, "gone");
   pair.flow();

@@ -97,8 +97,8 @@ struct Children : Collection<A, Children<A>> {
       Common::repeated(adapter, [&](auto const& it) { adapter.childStale(it.entry()); });
     } else if (type == LogRow::TransactionType::end) {
       Common::repeated(adapter, [&](auto const& it) {
-        if (!adapter.isUnconfirmed(*it.entry())) return;
         Key const key = it.key();
+        if (!adapter.isUnconfirmed(*it.entry()) || isStillToBeTold(adapter, key)) return;
         Ptr<Entity> const child(it.entry());
         adapter.sweep([&] { A::del(Common::holder(adapter), key); });
         adapter.streamDemuxer()->sweptIs(child);
@@ -106,6 +106,12 @@ struct Children : Collection<A, Children<A>> {
       adapter.streamDemuxer()->sweepEnds();
     }
     return true;
+  }
+
+  // A replica has made the member and had no room to say so: it is not the source's to take out.
+  static bool isStillToBeTold(EntityAdapter& adapter, Key const& key) {
+    LevelFlowOut* const flow = adapter.isReplica() ? adapter.levelFlow() : nullptr;
+    return flow && Common::dirty(*flow).map()[key];
   }
 
   static LogRow::AdapterPtr announce(EntityAdapter& adapter, Entity::Zol_BitSet flags,
