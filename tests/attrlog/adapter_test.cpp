@@ -103,6 +103,14 @@ TEST_F(Adapters, aChildIsAnnouncedAgainUnlessItsParentNeedsNoneAndCanBeTakenOff)
   EXPECT_EQ(root->realUcd9012ControllerNboAttrLogAdapterDel(main), adapter);
   EXPECT_EQ(root->realUcd9012ControllerNboAttrLogAdapterDel(main), nullptr);
   EXPECT_EQ(written([&] { main->readyIs(true); }), 0U);
+
+  // One of another class is not the child's.
+  Zol::Ptr<Zol::Entity::ZolNboAttrLogSa> const other(
+      new ControllerConfig::ZolNboAttrLogSa({0x48}, main, 1, out, nullptr));
+  auto const made = root->realUcd9012ControllerNboAttrLogAdapterIs({0x48}, main, 1, out,
+                                                                   root->msgChannelEntry());
+  EXPECT_TRUE(dynamic_cast<Ucd9012ControllerConfig::ZolNboAttrLogSa*>(made.get()));
+  EXPECT_NE(made->entityId().value, 0U);
 }
 
 TEST_F(Adapters, aVariantListensThroughEachLevelOfItsClassAndAheadOfEverybody) {

@@ -334,16 +334,13 @@ void EntityAdapter::adopt(Ptr<Entity> const& child) {
 Ptr<Entity::ZolNboAttrLogSa> EntityAdapter::announceChild(
     AttributeId id, Zol_BitSet flags, Entity& child, unsigned int n, OutPtr const& out,
     PtrInterface* msgChannelEntry, void (*write)(OutPtr const&, Entity const&)) {
-  Ptr<Entity::ZolNboAttrLogSa> adapter = child.zolNboAttrLogSa(nboAttrLogOut());
+  Ptr<Entity::ZolNboAttrLogSa> const present = child.zolNboAttrLogSa(nboAttrLogOut());
   // What the peer knows as an entity without a parent becomes a child under another id.
-  if (adapter && streamDemuxer()->orphanDel(*adapter)) adapter = nullptr;
-  if (adapter) {
-    adapter->notificationFlagsIs(flags);
-    if (adapter->has(flagAnnounced)) return adapter;
-  } else {
-    adapter = child.zolNboAttrLogSaIs(flags, n, out, msgChannelEntry);
-    adapter->zolOnInit();
-  }
+  if (present) streamDemuxer()->orphanDel(*present);
+  Ptr<Entity::ZolNboAttrLogSa> const adapter =
+      child.zolNboAttrLogSaIs(flags, n, out, msgChannelEntry);
+  if (adapter == present && adapter->has(flagAnnounced)) return adapter;
+  adapter->zolOnInit();
   Expect const scope(48);
   for (;;) {
     try {
