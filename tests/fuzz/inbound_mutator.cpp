@@ -25,7 +25,8 @@ void change(Bytes& frame, std::mt19937& random) {
   std::uint64_t const attribute = 256 + random() % (random() % 2 ? 10 : 152);
   switch (random() % 7) {
     case 0:
-      return numberIs(frame, 1, id | (frame[1] & 0x80ULL) << 56, 8);
+      if (frame.size() > 1) numberIs(frame, 1, id | (frame[1] & 0x80ULL) << 56, 8);
+      return;
     case 1:
       return numberIs(frame, 9, random() % 3 ? attribute : -attribute, 4);
     case 2:
