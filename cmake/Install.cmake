@@ -1,4 +1,4 @@
-# What is installed: libraries, public headers, the CMake package and the pkg-config module.
+# What is installed: libraries, public headers, the CMake package and the pkg-config modules.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/HwRailSeq)
@@ -25,7 +25,9 @@ write_basic_package_version_file(
 install(FILES ${PROJECT_BINARY_DIR}/HwRailSeqConfig.cmake
               ${PROJECT_BINARY_DIR}/HwRailSeqConfigVersion.cmake DESTINATION ${package_dir})
 
-# The module finds its prefix from its own place, so that an installed tree can be moved.
+# The modules find their prefix from their own place, so that an installed tree can be moved.
 file(RELATIVE_PATH prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
-configure_file(${PROJECT_SOURCE_DIR}/hwrailseq.pc.in ${PROJECT_BINARY_DIR}/hwrailseq.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/hwrailseq.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(module hwrailseq hwrailseq-faults)
+  configure_file(${PROJECT_SOURCE_DIR}/${module}.pc.in ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

@@ -2,6 +2,10 @@
 // the model of power-sequencing controllers.
 #pragma once
 
+#if __cplusplus < 202002L
+#error "HwRailSeq needs C++20 (-std=c++20)"
+#endif
+
 #include "attrlog/config.h"
 #include "attrlog/controller_config.h"
 #include "attrlog/controller_status.h"

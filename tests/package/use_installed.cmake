@@ -1,6 +1,7 @@
-# Installs a build into an empty prefix, then builds and runs the consumer against it: by CMake
-# package, and by pkg-config where that is present. Any failing step ends the script.
-# Run as: cmake -D build= work= consumer= generator= compiler= flags= libdir= -P use_installed.cmake
+# Installs a build into an empty prefix, then builds and runs programs against it: by CMake package,
+# and by the README's command where pkg-config is present. Any failing step ends the script.
+# Run as: cmake -D build= work= consumer= examples= readme= generator= compiler= flags= libdir=
+# includedir= -P use_installed.cmake
 set(prefix ${work}/prefix)
 file(REMOVE_RECURSE ${work})
 
@@ -15,21 +16,34 @@ run(${CMAKE_COMMAND} -S ${consumer} -B ${work}/by_cmake -G ${generator}
 run(${CMAKE_COMMAND} --build ${work}/by_cmake)
 run(${work}/by_cmake/consumer)
 
+# agent.cpp by the command of the README, with this build's compiler, and for a module.
+function(build_by_pkg_config module source)
+  file(READ ${readme} command)
+  string(REGEX MATCH "\n    g\\+\\+ [^\n]*agent.cpp[^\n]*\\\\\n[^\n]*" command "${command}")
+  string(REPLACE "g++ " "${compiler} ${flags} " command "${command}")
+  string(REPLACE " hwrailseq)" " ${module})" command "${command}")
+  set(folder ${work}/${module})
+  file(MAKE_DIRECTORY ${folder})
+  file(COPY_FILE ${source} ${folder}/agent.cpp)
+  run(sh -e -c "cd '${folder}'\n${command}\n./agent")
+endfunction()
+
+unset(ENV{LD_LIBRARY_PATH})
 find_program(pkg_config NAMES pkg-config pkgconf)
 if(pkg_config)
   set(ENV{PKG_CONFIG_PATH} ${prefix}/${libdir}/pkgconfig)
-  execute_process(
-    COMMAND ${pkg_config} --cflags --libs hwrailseq
-    OUTPUT_VARIABLE package_flags COMMAND_ERROR_IS_FATAL ANY)
-  separate_arguments(package_flags UNIX_COMMAND "${package_flags}")
-  separate_arguments(flags UNIX_COMMAND "${flags}")
-  run(${compiler} -std=c++20 ${flags} ${consumer}/consumer.cpp -o ${work}/by_pkg_config ${package_flags})
-  set(ENV{LD_LIBRARY_PATH} ${prefix}/${libdir})
-  run(${work}/by_pkg_config)
+  build_by_pkg_config(hwrailseq ${consumer}/consumer.cpp)
+  build_by_pkg_config(hwrailseq-faults ${examples}/agent_under_faults.cpp)
+endif()
+
+execute_process(
+  COMMAND ${compiler} -std=c++17 -fsyntax-only -I${prefix}/${includedir}/hwrailseq ${consumer}/consumer.cpp
+  RESULT_VARIABLE result ERROR_VARIABLE said)
+if(result EQUAL 0 OR NOT said MATCHES "HwRailSeq needs C\\+\\+20")
+  message(FATAL_ERROR "an older C++ is not refused with a reason: ${said}")
 endif()
 
 if(EXISTS ${prefix}/bin/railseq)
-  unset(ENV{LD_LIBRARY_PATH})
   run(${prefix}/bin/railseq --help)
   foreach(file share/bash-completion/completions/railseq share/man/man1/railseq.1)
     if(NOT EXISTS ${prefix}/${file})
