@@ -3,14 +3,16 @@
 // connection, and ends with figures.
 #include <faults/faults.h>
 #include <hwrailseq.h>
-#include <unistd.h>
 
+#include <charconv>
 #include <chrono>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
 #include <optional>
 #include <random>
+#include <string_view>
+
+#include "resident_memory.h"
 
 using namespace Hardware::Ucd9012;
 using Zol::Faults::Link;
@@ -33,13 +35,6 @@ struct Figures {
   std::uint64_t comparisons = 0;
   std::uint64_t differences = 0;
 };
-
-std::size_t residentKiB() {
-  std::size_t pages = 0;
-  std::ifstream statm("/proc/self/statm");
-  statm >> pages >> pages;
-  return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024;
-}
 
 class Soak {
  public:
@@ -166,19 +161,32 @@ class Soak {
   Zol::Ptr<Config> config_ = configFactory("soak");
 };
 
+// A whole number, or nothing.
+std::optional<std::uint32_t> number(std::string_view text) {
+  std::uint32_t value = 0;
+  auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
 }  // namespace
 
-// soak [SECONDS [SEED]]
 int main(int argc, char** argv) {
   using Clock = std::chrono::steady_clock;
-  auto const seconds = std::chrono::seconds(argc > 1 ? std::atoi(argv[1]) : 10);
-  Soak soak(argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1);
+  auto const length = argc > 1 ? number(argv[1]) : 10;
+  auto const seed = argc > 2 ? number(argv[2]) : 1;
+  if (argc > 3 || !length || !seed) {
+    std::cerr << "usage: soak [SECONDS [SEED]]\n";
+    return 2;
+  }
+  auto const seconds = std::chrono::seconds(*length);
+  Soak soak(*seed);
   // What is allocated once has been allocated by then.
   for (int i = 0; i < 50; ++i) soak.round();
-  std::size_t const before = residentKiB();
+  auto const before = residentKiB();
   auto const end = Clock::now() + seconds;
   while (Clock::now() < end) soak.round();
-  std::size_t const after = residentKiB();
+  auto const after = residentKiB();
 
   Figures const& figures = soak.figures;
   std::cout << "changes         " << figures.changes << '\n'
