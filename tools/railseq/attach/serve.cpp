@@ -6,10 +6,10 @@
 
 #include <algorithm>
 #include <deque>
-#include <iostream>
 #include <memory>
 #include <vector>
 
+#include "railseq/attach/output.h"
 #include "railseq/attach/served_peer.h"
 #include "railseq/attach/stop_signal.h"
 #include "railseq/base/command_error.h"
@@ -60,12 +60,16 @@ class Server {
   void greet(ServedPeer& peer);
   void turn(ServedPeer& peer);
   void dropEnded();
-  void tellGone(ServedPeer const& peer) const;
+  void tellGone(ServedPeer const& peer);
   [[nodiscard]] std::string healthReport() const;
   // False when it is to end.
   [[nodiscard]] bool wait(bool isBusy);
 
+  void complain(std::string const& line) { errors_.line("railseq: " + line); }
+
   StopSignal stop_;
+  ServiceLog log_{STDOUT_FILENO};
+  ServiceLog errors_{STDERR_FILENO};
   std::vector<Zol::Ptr<Zol::Entity>> roots_;
   bool isWritable_;
   Listener listener_;
@@ -77,17 +81,17 @@ class Server {
   std::deque<Json> gone_;
 };
 
-void complain(std::string const& line) { std::cerr << "railseq: " << line << std::endl; }
-
 int Server::run() {
   std::string names;
   for (Zol::Ptr<Zol::Entity> const& root : roots_) {
     if (!names.empty()) names += ", ";
     names += root->name().view();
   }
-  std::cout << "serving " << names << " at " << listener_.address().text() << std::endl;
+  log_.line("serving " + names + " at " + listener_.address().text());
   bool isBusy = false;
   while (wait(isBusy)) {
+    log_.flush();
+    errors_.flush();
     acceptAll();
     isBusy = false;
     for (auto const& peer : peers_) {
@@ -104,7 +108,10 @@ int Server::run() {
 bool Server::wait(bool isBusy) {
   bool const accepts = Clock::now() >= acceptsFrom_;
   int longest = isBusy ? 0 : accepts ? kLongestWait : kShortWait;
-  std::vector<pollfd> waited{{stop_.fd(), POLLIN, 0}, {accepts ? listener_.fd() : -1, POLLIN, 0}};
+  std::vector<pollfd> waited{{stop_.fd(), POLLIN, 0},
+                             {accepts ? listener_.fd() : -1, POLLIN, 0},
+                             {log_.waitingFd(), POLLOUT, 0},
+                             {errors_.waitingFd(), POLLOUT, 0}};
   for (auto const& peer : peers_) {
     if (peer->isHalfGreeted()) {
       longest = std::min(longest, kShortWait);
@@ -173,15 +180,15 @@ void Server::turn(ServedPeer& peer) {
   }
   if (peer.stage() == Stage::attached && !peer.isUnknown() && !peer.isAnnounced) {
     peer.isAnnounced = true;
-    std::cout << peer.name() << " attached" << std::endl;
+    log_.line(peer.name() + " attached");
   }
 }
 
-void Server::tellGone(ServedPeer const& peer) const {
+void Server::tellGone(ServedPeer const& peer) {
   std::string const reason = printable(peer.reason());
   bool const inOrder = reason.starts_with("the peer has gone") || reason == "closed by the peer";
   if (peer.isAnnounced && inOrder) {
-    std::cout << peer.name() << " gone: " << reason << std::endl;
+    log_.line(peer.name() + " gone: " + reason);
   } else if (peer.isAnnounced || !inOrder) {
     complain(peer.name() + " dropped: " + reason);
   }

@@ -1,20 +1,26 @@
 // SIGINT and SIGTERM as something to poll.
 #pragma once
 
+#include <csignal>
+
 #include "railseq/attach/address.h"
 
 namespace RailSeq {
 
-// From its making on the two signals end nothing by themselves; neither does writing to a pipe that
-// nobody reads.
+// As long as it is there the two signals end nothing by themselves; from its making on neither does
+// writing to a pipe that nobody reads.
 class StopSignal {
  public:
   StopSignal();
+  StopSignal(StopSignal const&) = delete;
+  StopSignal& operator=(StopSignal const&) = delete;
+  ~StopSignal();
 
   // Readable once a signal has come.
   [[nodiscard]] int fd() const { return fd_.get(); }
 
  private:
+  sigset_t former_{};
   Fd fd_;
 };
 

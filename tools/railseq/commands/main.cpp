@@ -1,11 +1,16 @@
 // The command line of railseq.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <chrono>
 #include <exception>
 #include <iostream>
 #include <string>
 
 #include "host/zol/exception.h"
+#include "railseq/attach/output.h"
 #include "railseq/base/command_error.h"
 #include "railseq/base/input_error.h"
 #include "railseq/commands/command_set.h"
@@ -47,7 +52,8 @@ void addCommands(CommandSet& tool) {
   CLI::App& set = tool.treeCommand(
       "set",
       "Set attributes in the order given, and print what changed. A board file stays as it is; a "
-      "process must be served for writing, and has taken all when this ends with 0.",
+      "process must be served for writing, and has taken all when this ends with 0. It ends with 1 "
+      "when another value has come back.",
       "Examples:\n"
       "  railseq set unix:/run/agent 'switch/realUcd9012Controller[main]/ready=true'\n"
       "  railseq set --board b.json 'switch/realUcd9012Controller[main]/pollingEnabled=false'\n"
@@ -86,7 +92,7 @@ void addCommands(CommandSet& tool) {
       },
       false);
   tree.add_flag("--json", tool.line.json, "Answer in JSON");
-  tree.add_flag("--follow", tool.follows, "Print it again behind changes, until it is ended");
+  tree.add_flag("--follow", tool.follows, "Print it again when it has changed, until it is ended");
   tool.addReconnect(tree);
   tool.words(tree, "WORDS", "ADDRESS, then paths");
 
@@ -154,9 +160,24 @@ int run(int argc, char** argv) {
   return kBadUsage;
 }
 
-}  // namespace
+// A descriptor that is opened later would otherwise take the place of a standard stream that is
+// closed, and get what is printed.
+void openStandardStreams() {
+  for (int const fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(fd, F_GETFD) < 0 && errno == EBADF) (void)::open("/dev/null", O_RDWR);
+  }
+}
 
-int main(int argc, char** argv) {
+// The exit code, with which what could not be written is a failure. That the reader has gone is
+// none: it has had enough.
+[[nodiscard]] int withOutput(int exitCode, RailSeq::OutputBuffer const& output) {
+  std::cout.flush();
+  if (output.error() == 0 || output.error() == EPIPE) return exitCode;
+  std::cerr << "railseq: " << RailSeq::writeError(output.error()).what() << '\n';
+  return exitCode == 0 ? kRefused : exitCode;
+}
+
+[[nodiscard]] int guardedRun(int argc, char** argv) {
   try {
     return run(argc, argv);
   } catch (RailSeq::CommandError const& error) {
@@ -169,4 +190,15 @@ int main(int argc, char** argv) {
     std::cerr << "railseq: " << error.what() << '\n';
     return kBadUsage;
   }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  openStandardStreams();
+  RailSeq::OutputBuffer output(STDOUT_FILENO);
+  std::streambuf* const former = std::cout.rdbuf(&output);
+  int const exitCode = withOutput(guardedRun(argc, argv), output);
+  std::cout.rdbuf(former);
+  return exitCode;
 }

@@ -34,7 +34,7 @@ int runDemo(std::string const& boardFile, std::chrono::milliseconds pause) {
   // Either end is to learn from its calls that the other has gone.
   std::signal(SIGPIPE, SIG_IGN);
   // What waits in the buffer now would otherwise be printed by both processes.
-  std::cout.flush();
+  if (!std::cout.flush()) return 0;  // told at the end of all
   pid_t const mirror = ::fork();
   if (mirror < 0) throwSystemError("fork");
   if (mirror == 0) {
