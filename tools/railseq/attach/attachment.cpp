@@ -7,6 +7,7 @@
 #include <array>
 
 #include "railseq/base/command_error.h"
+#include "railseq/base/paths.h"
 #include "railseq/base/wording.h"
 
 namespace RailSeq {
@@ -14,7 +15,6 @@ namespace RailSeq {
 namespace {
 
 constexpr std::chrono::seconds kAliveEvery{2};
-constexpr std::chrono::seconds kStaleAfter{10};
 // No wait is longer, so that signs of life go out and a stale peer is noticed.
 constexpr std::chrono::milliseconds kLongestWait{1000};
 
@@ -32,7 +32,7 @@ bool Attachment::connect(Clock::time_point deadline) {
       std::move(transport),
       {.ownName = Zol::Name(options_.ownName),
        .peerName = Zol::Name(options_.keptAs.empty() ? options_.address.text() : options_.keptAs),
-       .staleAfter = kStaleAfter,
+       .staleAfter = options_.staleAfter,
        .aliveEvery = kAliveEvery});
   connection_->stateListenerIs(options_.onState);
   return true;
@@ -56,9 +56,19 @@ std::vector<Zol::Ptr<Zol::Entity>> Attachment::roots() const {
   std::vector<Zol::Ptr<Zol::Entity>> roots;
   if (!connection_) return roots;
   for (Zol::Name const& name : connection_->mountedNames()) {
-    roots.push_back(connection_->mounted(name));
+    if (connection_->synced(name)) roots.push_back(connection_->mounted(name));
   }
   return roots;
+}
+
+bool Attachment::hasRoots() const { return connection_ && !connection_->mountedNames().empty(); }
+
+bool Attachment::hasRootsOf(std::vector<std::string> const& paths) const {
+  std::vector<Zol::Name> const names = connection_->mountedNames();
+  return std::ranges::all_of(paths, [&names](std::string const& path) {
+    std::string const root = rootName(path);
+    return root.empty() || std::ranges::find(names, Zol::Name(root)) != names.end();
+  });
 }
 
 std::string Attachment::lossReason() const {
@@ -79,8 +89,18 @@ Attachment::End Attachment::pumpUntil(std::function<bool()> const& condition,
   }
 }
 
-bool Attachment::sync(Clock::time_point deadline) {
-  switch (pumpUntil([this] { return isSynced(); }, deadline)) {
+Attachment::End Attachment::awaitRoots(std::vector<std::string> const& paths,
+                                       Clock::duration patience, Clock::time_point deadline) {
+  auto const isThere = [this] { return isSynced(); };
+  End end = pumpUntil(isThere, deadline);
+  if (end != End::done || hasRootsOf(paths)) return end;
+  end = pumpUntil([&] { return hasRootsOf(paths); }, std::min(deadline, Clock::now() + patience));
+  return end == End::done || end == End::timedOut ? pumpUntil(isThere, deadline) : end;
+}
+
+bool Attachment::sync(Clock::time_point deadline, std::vector<std::string> const& paths,
+                      Clock::duration patience) {
+  switch (awaitRoots(paths, patience, deadline)) {
     case End::done:
       return true;
     case End::stopped:
@@ -90,11 +110,12 @@ bool Attachment::sync(Clock::time_point deadline) {
     case End::timedOut:
       break;
   }
+  bool const isConnecting = connection_->state() == Zol::NboAttrLog::ConnectionState::connecting;
   throw CommandError(ExitCode::timedOut,
-                     options_.address.text() + ": timed out while " +
-                         (connection_->state() == Zol::NboAttrLog::ConnectionState::connecting
-                              ? "connecting: the peer says no hello"
-                              : "catching up"));
+                     options_.address.text() + ": timed out" +
+                         (isConnecting ? " while connecting: the peer says no hello"
+                          : hasRoots() ? " while catching up"
+                                       : ": the process has mounted no root"));
 }
 
 bool Attachment::pause(Clock::time_point until) const {

@@ -35,7 +35,11 @@ class Attachment {
     int stopFd = -1;
     // Waits end when nobody reads any more what is written to this descriptor; -1: none.
     int outputFd = -1;
+    // So long without a sign of life, and the state becomes stale.
+    std::chrono::milliseconds staleAfter{10000};
   };
+  // A peer may mount its roots one after the other.
+  static constexpr std::chrono::milliseconds kRootPatience{200};
   // How a wait has ended.
   enum class End { done, timedOut, lost, stopped };
 
@@ -58,7 +62,9 @@ class Attachment {
   [[nodiscard]] Address const& address() const { return options_.address; }
   // True once all roots of the peer have arrived with all they hold.
   [[nodiscard]] bool isSynced() const;
-  // The roots that the peer has mounted so far.
+  // Whether the peer has mounted a root yet.
+  [[nodiscard]] bool hasRoots() const;
+  // The roots that the peer has mounted so far, as far as they have arrived with all they hold.
   [[nodiscard]] std::vector<Zol::Ptr<Zol::Entity>> roots() const;
   // "ADDRESS: the peer has gone", of a connection that was lost.
   [[nodiscard]] std::string lossReason() const;
@@ -66,13 +72,19 @@ class Attachment {
   // Pumps until the condition holds, which is asked behind each turn. `Clock::time_point::max()`
   // is no deadline. An end other than `done` says that the condition does not hold.
   End pumpUntil(std::function<bool()> const& condition, Clock::time_point deadline);
-  // Pumps until all roots are synced. Throws `CommandError` when the peer is lost or the deadline
-  // comes. False when it was stopped.
-  bool sync(Clock::time_point deadline);
+  // Pumps until all roots are synced. For the roots that the paths begin with, as far as the peer
+  // has not mounted them by then, it waits for so long at most.
+  End awaitRoots(std::vector<std::string> const& paths, Clock::duration patience,
+                 Clock::time_point deadline);
+  // The same. Throws `CommandError` when the peer is lost or the deadline comes. False when it was
+  // stopped.
+  bool sync(Clock::time_point deadline, std::vector<std::string> const& paths = {},
+            Clock::duration patience = kRootPatience);
   // Waits without a connection. False when it was stopped.
   [[nodiscard]] bool pause(Clock::time_point until) const;
 
  private:
+  [[nodiscard]] bool hasRootsOf(std::vector<std::string> const& paths) const;
   // One poll; false when all is to end.
   [[nodiscard]] bool waitFor(int fd, bool forWriting, Clock::time_point until) const;
 

@@ -16,6 +16,16 @@ using Zol::NboAttrLog::ConnectionState;
 // One attempt may take so long until the peer's hello.
 constexpr std::chrono::seconds kHelloPatience{5};
 constexpr std::chrono::milliseconds kTick{200};
+constexpr std::chrono::milliseconds kNoRootPatience{1000};
+
+// From the peer's hello on until all roots are there.
+End awaitRoots(Follow const& follow, Attachment& attachment) {
+  Clock::time_point const soon = std::min(follow.deadline, Clock::now() + kNoRootPatience);
+  End const end = attachment.pumpUntil([&attachment] { return attachment.hasRoots(); }, soon);
+  if (end != End::done && end != End::timedOut) return end;
+  if (end == End::timedOut && follow.onNoRoot) follow.onNoRoot();
+  return attachment.awaitRoots(follow.paths, Attachment::kRootPatience, follow.deadline);
+}
 
 // One connection, up to its end. Throws `CommandError` when it is lost.
 End runOnce(Follow const& follow, Attachment& attachment, bool& wasSynced) {
@@ -28,14 +38,24 @@ End runOnce(Follow const& follow, Attachment& attachment, bool& wasSynced) {
     throw CommandError(ExitCode::peerLost, attachment.address().text() + ": no hello within " +
                                                std::to_string(kHelloPatience.count()) + " seconds");
   }
-  if (end == End::done) {
-    end = attachment.pumpUntil([&attachment] { return attachment.isSynced(); }, follow.deadline);
-  }
+  if (end == End::done) end = awaitRoots(follow, attachment);
   if (end == End::done) {
     wasSynced = true;
     if (follow.onSynced) follow.onSynced(attachment);
+    std::vector<Zol::Ptr<Zol::Entity>> roots;
+    auto const look = [&] {
+      std::vector<Zol::Ptr<Zol::Entity>> present = attachment.roots();
+      if (!connection.isOpen() || present == roots) return;
+      roots = std::move(present);
+      if (follow.onRoots) follow.onRoots(attachment);
+    };
+    auto const isDone = [&] {
+      look();
+      return follow.isDone();
+    };
+    look();
     do {
-      end = attachment.pumpUntil(follow.isDone, std::min(follow.deadline, Clock::now() + kTick));
+      end = attachment.pumpUntil(isDone, std::min(follow.deadline, Clock::now() + kTick));
     } while (end == End::timedOut && Clock::now() < follow.deadline);
   }
   if (end == End::lost) throw CommandError(ExitCode::peerLost, attachment.lossReason());

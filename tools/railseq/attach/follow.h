@@ -4,6 +4,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "railseq/attach/attachment.h"
 
@@ -14,8 +15,14 @@ struct Follow {
   // False: the loss of the peer ends all with a `CommandError`.
   bool reconnects = true;
   Clock::time_point deadline = Clock::time_point::max();
+  // The roots that these begin with are waited for a moment.
+  std::vector<std::string> paths = {};
+  // The peer has said hello, and then mounted no root for a moment.
+  std::function<void()> onNoRoot = nullptr;
   // All roots have arrived, for the first time or again.
   std::function<void(Attachment&)> onSynced = nullptr;
+  // Behind it, and whenever there are other roots.
+  std::function<void(Attachment&)> onRoots = nullptr;
   // Asked behind each turn, and some times a second, while all roots are there; true ends all.
   std::function<bool()> isDone = nullptr;
   // Told the reason of a loss, the same of attempts in a row only once.

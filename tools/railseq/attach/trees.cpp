@@ -38,13 +38,16 @@ Clock::time_point deadlineOf(CommandLine const& line) {
          std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(line.timeout));
 }
 
-Trees openTrees(CommandLine const& line, Clock::time_point deadline) {
+Trees openTrees(CommandLine const& line, Clock::time_point deadline,
+                std::vector<std::string> const& paths) {
   if (line.address.empty()) return {.roots = readBoard(line.board).roots()};
   Trees trees;
   trees.attachment =
       std::make_unique<Attachment>(Attachment::Options{.address = parseAddress(line.address)});
   trees.attachment->connect(deadline);
-  trees.attachment->sync(deadline);
+  Clock::duration const patience =
+      line.hasTimeout ? deadline - Clock::now() : Attachment::kRootPatience;
+  trees.attachment->sync(deadline, paths, patience);
   trees.roots = trees.attachment->roots();
   return trees;
 }

@@ -24,9 +24,12 @@ struct Trees {
 // The end of the time that the line allows.
 [[nodiscard]] Clock::time_point deadlineOf(CommandLine const& line);
 
-// Reads the board, or attaches and waits until all is there. Throws `InputError`, and
-// `CommandError` when the process cannot be reached in time.
-[[nodiscard]] Trees openTrees(CommandLine const& line, Clock::time_point deadline);
+// Reads the board, or attaches and waits until all is there. A root that one of the paths begins
+// with, and that the process has not mounted yet, is waited for a moment, or up to the deadline
+// where the line gives a time. Throws `InputError`, and `CommandError` when the process cannot be
+// reached in time.
+[[nodiscard]] Trees openTrees(CommandLine const& line, Clock::time_point deadline,
+                              std::vector<std::string> const& paths);
 
 // The lines of what stands at the paths; without paths, of all.
 [[nodiscard]] std::vector<std::string> treeLines(std::vector<Zol::Ptr<Zol::Entity>> const& roots,

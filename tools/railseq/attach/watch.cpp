@@ -4,12 +4,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <iostream>
-#include <optional>
-#include <sstream>
+#include <cerrno>
+#include <ostream>
+#include <utility>
 
 #include "host/zol/path_steps.h"
 #include "railseq/attach/follow.h"
+#include "railseq/attach/output.h"
 #include "railseq/attach/stop_signal.h"
 #include "railseq/attach/tree_watcher.h"
 #include "railseq/attach/trees.h"
@@ -29,11 +30,6 @@ using Zol::NboAttrLog::ConnectionState;
 
 // A tree is printed again this long behind the last time, at the earliest.
 constexpr std::chrono::milliseconds kTreePause{400};
-
-// One line, at once. An output that nobody reads is found out by the poll loop.
-void printLine(std::string const& line) { std::cout << line << std::endl; }
-
-void note(std::string const& line) { std::cerr << "railseq: " << line << std::endl; }
 
 // The path of what stands there, without references on the way.
 [[nodiscard]] std::string ownPath(Zol::ByName const& tree, std::string const& path) {
@@ -65,12 +61,22 @@ class Follower {
                           .ownName = std::string("railseq ") + name,
                           .onState = [this](auto&, ConnectionState state) { stateIs(state); },
                           .stopFd = stop_.fd(),
-                          .outputFd = STDOUT_FILENO};
+                          .outputFd = STDOUT_FILENO,
+                          .staleAfter = options.staleAfter};
     follow_.reconnects = options.reconnects;
     follow_.onLost = [this](std::string const& reason) {
       isLost_ = true;
+      isStale_ = false;
       tell("lost", reason, reason + "; trying again");
+      requireOutput();
     };
+    follow_.onNoRoot = [this] {
+      if (!std::exchange(hasNoted_, true)) {
+        note(follow_.attachment.address.text() + ": the process has mounted no root yet; waiting");
+      }
+    };
+    // An output that nobody reads any more is found out by the poll loop.
+    follow_.isDone = [this] { return out_.error() != 0 || isDone(); };
   }
   Follower(Follower const&) = delete;
   Follower& operator=(Follower const&) = delete;
@@ -78,28 +84,47 @@ class Follower {
  protected:
   ~Follower() = default;
 
+  [[nodiscard]] virtual bool isDone() = 0;
+  // Whether what becomes of the connection stands in the output.
+  [[nodiscard]] virtual bool printsEvents() const { return isJson(); }
+  // Follows to the end.
+  End follow() {
+    End const end = runFollow(follow_);
+    requireOutput();
+    return end;
+  }
   [[nodiscard]] WatchOptions const& options() const { return options_; }
   [[nodiscard]] bool isJson() const { return options_.line.json; }
-  [[nodiscard]] Follow& follow() { return follow_; }
+  [[nodiscard]] Follow& settings() { return follow_; }
   // To be called with each `onSynced`.
   void attached(Attachment const& attachment) {
     if (isLost_) tell("attached", "", attachment.address().text() + ": attached again");
     isLost_ = false;
   }
-  static void printJson(Json json) {
+  void print(std::string const& text) { out_.print(text); }
+  void printJson(Json const& json) {
     Json line = {{"time", timeText()}};
     line.update(json);
-    printLine(line.dump(-1, ' ', false, Json::error_handler_t::replace));
+    print(jsonLine(line));
   }
 
  private:
   void stateIs(ConnectionState state) {
+    std::string const address = follow_.attachment.address.text();
     if (state == ConnectionState::stale) {
-      tell("stale", "", follow_.attachment.address.text() + ": no sign of life for some time");
+      isStale_ = true;
+      tell("stale", "", address + ": no sign of life for some time");
+    } else if (state != ConnectionState::closed && std::exchange(isStale_, false)) {
+      tell("alive", "", address + ": signs of life again");
     }
   }
-  void tell(char const* event, std::string const& reason, std::string const& line) const {
-    if (!isJson()) return note(line);
+  void note(std::string const& line) { notes_.print("railseq: " + line + "\n"); }
+  // Throws for what could not be written; that the reader has gone is no failure.
+  void requireOutput() const {
+    if (out_.error() != 0 && out_.error() != EPIPE) throw writeError(out_.error());
+  }
+  void tell(char const* event, std::string const& reason, std::string const& line) {
+    if (!printsEvents()) return note(line);
     Json json = {{"event", event}};
     if (!reason.empty()) json["reason"] = reason;
     printJson(std::move(json));
@@ -107,40 +132,46 @@ class Follower {
 
   WatchOptions const& options_;
   StopSignal stop_;
+  Printer out_{STDOUT_FILENO, stop_.fd()};
+  Printer notes_{STDERR_FILENO, stop_.fd()};
   Follow follow_;
   bool isLost_ = false;
+  bool isStale_ = false;
+  // That there is no root.
+  bool hasNoted_ = false;
 };
 
 class Watch final : Follower {
  public:
   explicit Watch(WatchOptions const& options)
       : Follower(options, "watch"),
-        watcher_([this](TreeChange const& change) { print(change); }, options.line.json) {
-    follow().onSynced = [this](Attachment& attachment) { synced(attachment); };
-    follow().isDone = [] { return false; };
+        watcher_([this](TreeChange const& change) { tell(change); }, options.line.json) {
+    settings().paths = options.line.words;
+    settings().onSynced = [this](Attachment& attachment) { attached(attachment); };
+    settings().onRoots = [this](Attachment& attachment) { rootsAre(attachment.roots()); };
   }
 
   int run() {
-    (void)runFollow(follow());
+    (void)follow();
     return 0;
   }
 
  private:
-  void synced(Attachment& attachment) {
-    attached(attachment);
+  void rootsAre(std::vector<Zol::Ptr<Zol::Entity>> const& roots) {
     if (!isBegun_) {
-      Zol::ByName const tree(attachment.roots());
+      Zol::ByName const tree(roots);
       for (std::string const& path : options().line.words) tops_.push_back(ownPath(tree, path));
     }
-    watcher_.rootsAre(attachment.roots());
+    watcher_.rootsAre(roots);
     if (!isBegun_ && options().tellsInitial) watcher_.tellAll();
     isBegun_ = true;
   }
-  void print(TreeChange const& change) const {
+  void tell(TreeChange const& change) {
     auto const isTop = [&](std::string const& top) { return isAtOrBelow(change.path, top); };
     if (!tops_.empty() && std::ranges::none_of(tops_, isTop)) return;
-    isJson() ? printJson(changeJson(change)) : printLine(changeText(change));
+    isJson() ? printJson(changeJson(change)) : print(changeText(change) + "\n");
   }
+  [[nodiscard]] bool isDone() override { return false; }
 
   std::vector<std::string> tops_;
   bool isBegun_ = false;
@@ -152,108 +183,145 @@ class TreeFollow final : Follower {
   explicit TreeFollow(WatchOptions const& options)
       : Follower(options, "tree"),
         watcher_([this](TreeChange const&) { hasChanged_ = true; }, false) {
-    follow().onSynced = [this](Attachment& attachment) {
-      attached(attachment);
+    settings().paths = options.line.words;
+    settings().onSynced = [this](Attachment& attachment) { attached(attachment); };
+    settings().onRoots = [this](Attachment& attachment) {
       roots_ = attachment.roots();
       watcher_.rootsAre(roots_);
-      if (!isBegun_) print();
+      if (!isBegun_) show();
       isBegun_ = true;
-    };
-    follow().isDone = [this] {
-      if (hasChanged_ && Clock::now() - printed_ >= kTreePause) print();
-      return false;
     };
   }
 
   int run() {
-    (void)runFollow(follow());
+    (void)follow();
     return 0;
   }
 
  private:
-  // A path that leads nowhere any more, or not yet, is told in place of its tree.
-  void print() {
-    std::vector<std::string> const& paths = options().line.words;
-    if (isJson()) {
-      Json json = Json::object();
-      try {
-        json["tree"] = treesJson(roots_, paths);
-      } catch (Zol::RangeException const& error) {
-        if (!isBegun_) throw;
-        json["error"] = std::string(error.what());
+  [[nodiscard]] bool isDone() override {
+    if (hasChanged_ && Clock::now() - shownAt_ >= kTreePause) show();
+    return false;
+  }
+  // What has changed may stand elsewhere.
+  void show() {
+    Json present = rendering();
+    if (present != shown_) {
+      if (isJson()) {
+        printJson(present);
+      } else {
+        print((isBegun_ ? "--- " + timeText() + "\n" : "") + present.get<std::string>());
       }
-      printJson(std::move(json));
-    } else {
-      std::ostringstream out;
-      if (isBegun_) out << "--- " << timeText() << '\n';
-      try {
-        for (std::string const& line : treeLines(roots_, paths)) out << line << '\n';
-      } catch (Zol::RangeException const& error) {
-        if (!isBegun_) throw;
-        out << error.what() << '\n';
-      }
-      std::cout << out.str() << std::flush;
+      shown_ = std::move(present);
     }
     hasChanged_ = false;
-    printed_ = Clock::now();
+    shownAt_ = Clock::now();
+  }
+  // An object, or a text. A path that leads nowhere any more, or not yet, is told in place of its
+  // tree.
+  [[nodiscard]] Json rendering() const {
+    std::vector<std::string> const& paths = options().line.words;
+    try {
+      if (isJson()) return {{"tree", treesJson(roots_, paths)}};
+      std::string text;
+      for (std::string const& line : treeLines(roots_, paths)) text += line + "\n";
+      return text;
+    } catch (Zol::RangeException const& error) {
+      if (!isBegun_) throw;
+      if (isJson()) return {{"error", error.what()}};
+      return error.what() + std::string("\n");
+    }
   }
 
   std::vector<Zol::Ptr<Zol::Entity>> roots_;
   bool isBegun_ = false;
   bool hasChanged_ = false;
-  Clock::time_point printed_;
+  // Null: nothing.
+  Json shown_;
+  Clock::time_point shownAt_;
   TreeWatcher watcher_;
 };
 
 class Wait final : Follower {
  public:
   explicit Wait(WatchOptions const& options) : Follower(options, "wait") {
-    follow().attachment.outputFd = -1;
+    settings().attachment.outputFd = -1;
     std::string const& word = options.line.words.front();
     std::size_t const mark = findAssignment(word);
-    if (mark == std::string::npos) {
+    if (mark == std::string::npos || mark == 0) {
       throw InputError("wait", "found " + inQuotes(word) + ", expected PATH=VALUE");
     }
     path_ = word.substr(0, mark);
     wanted_ = word.substr(mark + 1);
-    if (options.line.timeout >= 0) follow().deadline = deadlineOf(options.line);
-    follow().onSynced = [this](Attachment& attachment) {
+    if (options.line.hasTimeout) settings().deadline = deadlineOf(options.line);
+    settings().onSynced = [this](Attachment& attachment) {
       attached(attachment);
       attachment_ = &attachment;
     };
-    follow().isDone = [this] { return hasValue(); };
   }
 
-  int run() {
-    End const end = runFollow(follow());
-    if (end == End::done) return 0;
+  int run(std::ostream& out) {
+    End const end = follow();
+    if (end == End::done) {
+      if (isJson()) out << jsonText({{path_, found_}});
+      return 0;
+    }
     if (end == End::stopped) throw CommandError(ExitCode::refused, path_ + ": ended by a signal");
     throw CommandError(ExitCode::timedOut, path_ + ": timed out; " +
                                                (last_.empty() ? "nothing was heard of it" : last_));
   }
 
  private:
-  // Compared by the text that the type gives the value: 11.50 is 11.5, and 'False' is false.
-  [[nodiscard]] bool hasValue() {
+  // The value alone is its output.
+  [[nodiscard]] bool printsEvents() const override { return false; }
+  [[nodiscard]] bool isDone() override {
     Zol::ByName const tree(attachment_->roots());
     Zol::Ptr<Zol::GenericIf> value;
     try {
       value = tree.at(path_);
     } catch (Zol::RangeException const& error) {
+      requirePossible(tree);
       last_ = error.what();
       return false;
     }
     last_ = "its last value is " + quotedText(value);
-    if (shownText(value) == wanted_ || Zol::plainText(value.get()).view() == wanted_) return true;
+    if (!isWanted(value)) return false;
+    found_ = valueJson(value);
+    return true;
+  }
+  // Compared by the text that the type gives the value: 11.50 is 11.5, and 'False' is false. What
+  // is no value of the type can never come: told at once.
+  [[nodiscard]] bool isWanted(Zol::Ptr<Zol::GenericIf> const& value) const {
+    Zol::String8 const text = Zol::plainText(value.get());
+    if (shownText(value) == wanted_ || text.view() == wanted_) return true;
     if (!value || value->type()->isEntity()) return false;
-    // What is no value of the type can never come: told at once.
-    return Zol::plainText(Zol::fromPlainText(*value->type(), wanted_).get()) ==
-           Zol::plainText(value.get());
+    try {
+      return Zol::plainText(Zol::fromPlainText(*value->type(), wanted_).get()) == text;
+    } catch (Zol::Exception const& error) {
+      Zol::throwRangeException(path_ + ": " + error.what());
+    }
+  }
+  // Throws for a step that what is there in front of it does not have. A root, a member or an
+  // entity that is not there may still come.
+  void requirePossible(Zol::ByName const& tree) const {
+    for (Zol::PathSteps steps(path_, true); !steps.done();) {
+      bool const isRoot = steps.walked().empty();
+      bool const isWellFormed = steps.next().has_value();
+      std::string_view const here = isWellFormed ? steps.walked() : path_;
+      try {
+        if (!tree.contains(here)) return;
+        (void)tree.at(here);
+      } catch (Zol::RangeException const&) {
+        if (isRoot && isWellFormed) return;
+        throw;
+      }
+    }
   }
 
   std::string path_;
   std::string wanted_;
   std::string last_;
+  Json found_;
   Attachment* attachment_ = nullptr;
 };
 
@@ -263,6 +331,6 @@ int runWatch(WatchOptions const& options) { return Watch(options).run(); }
 
 int runTreeFollow(WatchOptions const& options) { return TreeFollow(options).run(); }
 
-int runWait(WatchOptions const& options) { return Wait(options).run(); }
+int runWait(WatchOptions const& options, std::ostream& out) { return Wait(options).run(out); }
 
 }  // namespace RailSeq

@@ -13,6 +13,8 @@ struct CommandLine {
   std::string address = {};
   // Seconds that an answer may take.
   double timeout = 10;
+  // Whether they were given.
+  bool hasTimeout = false;
   // Paths, assignments or names of types.
   std::vector<std::string> words;
   bool json = false;

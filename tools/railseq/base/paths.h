@@ -28,6 +28,12 @@ namespace RailSeq {
   return path + ']';
 }
 
+// The name of the root that a path begins with; empty when it is malformed.
+[[nodiscard]] inline std::string rootName(std::string_view path) {
+  Zol::PathSteps steps(path, true);
+  return steps.done() ? "" : steps.next().value_or(Zol::PathStep{}).name;
+}
+
 // Where the "=" of PATH=VALUE stands: the first one outside the brackets of a key, in which it may
 // stand for itself. `npos` for a text without one.
 [[nodiscard]] inline std::size_t findAssignment(std::string_view text) {

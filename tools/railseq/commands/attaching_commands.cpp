@@ -17,7 +17,8 @@ void addServe(CommandSet& tool) {
       "  railseq serve examples/boards/switch-2ucd.json --listen tcp:[::1]:0 --writable\n\n"
       "Prints \"serving ROOT, ROOT at ADDRESS\" once it listens; of a port 0, with the port that "
       "was free. Everybody who can connect can read, and with --writable write: there is no "
-      "password.\n\n"
+      "password. When nobody reads what it prints, it goes on, and tells later how many lines were "
+      "dropped.\n\n"
       "Exit codes: 0 ended by a signal; 1 it cannot listen there; 2 a bad board file or address, "
       "or bad usage.",
       [&tool] { return runServe(tool.serve); });
@@ -33,11 +34,13 @@ void addServe(CommandSet& tool) {
 void addAttached(CommandSet& tool) {
   CLI::App& watch = tool.addressCommand(
       "watch", "Print each change of attributes and members as it comes, until it is ended.",
-      std::string("Examples:\n"
-                  "  railseq watch unix:/run/agent\n"
-                  "  railseq watch unix:/run/agent --json 'switch/realUcd9012Controller[main]'\n"
-                  "\nWhen the process goes, it is tried again, at most 5 s later each time; what "
-                  "differs then is printed.\n") +
+      std::string(
+          "Examples:\n"
+          "  railseq watch unix:/run/agent\n"
+          "  railseq watch unix:/run/agent --json 'switch/realUcd9012Controller[main]'\n"
+          "\nWhen the process goes, it is tried again, at most 5 s later each time; what "
+          "differs then is printed. Roots that it mounts later are followed, too. It waits for the "
+          "reader of its output, and takes in no changes meanwhile.\n") +
           kAddressHelp +
           "\nExit codes: 0 ended by a signal, or its output was closed; 1 a path that cannot be; 2 "
           "a bad address, or bad usage; 3 with --no-reconnect, the process cannot be reached or "
@@ -50,22 +53,20 @@ void addAttached(CommandSet& tool) {
 
   CLI::App& wait = tool.addressCommand(
       "wait", "Wait until an attribute has a value.",
-      std::string("Example:\n"
-                  "  railseq wait unix:/run/agent --timeout 30 "
-                  "'switch/realUcd9012Controller[main]/ready=true'\n"
-                  "\nThe path may come into being later, and so may the process.\n") +
+      std::string(
+          "Example:\n"
+          "  railseq wait unix:/run/agent --timeout 30 "
+          "'switch/realUcd9012Controller[main]/ready=true'\n"
+          "\nThe path may come into being later, and so may the process; an attribute that its "
+          "entity does not have ends the wait at once. With --json the value is printed.\n") +
           kAddressHelp +
-          "\nExit codes: 0 it has the value; 1 ended by a signal, or a value that it can never "
-          "have; 2 a bad address, or bad usage; 3 with --no-reconnect, the process cannot be "
+          "\nExit codes: 0 it has the value; 1 ended by a signal, or a path or a value that can "
+          "never be; 2 a bad address, or bad usage; 3 with --no-reconnect, the process cannot be "
           "reached or "
           "has gone; 4 timed out.",
-      [&tool] { return runWait(tool.watchOptions()); });
+      [&tool] { return runWait(tool.watchOptions(), std::cout); });
   tool.words(wait, "PATH=VALUE", "The value as get prints it").required()->expected(1);
-  CLI::Option* const timeout =
-      tool.addTimeout(wait, "Seconds to wait at most; without it there is no end");
-  wait.callback([&tool, timeout] {
-    if (timeout->count() == 0) tool.line.timeout = -1;
-  });
+  tool.addTimeout(wait, "Seconds to wait at most; without it there is no end");
   tool.addReconnect(wait);
 
   CLI::App& health =

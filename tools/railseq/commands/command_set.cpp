@@ -63,11 +63,16 @@ CLI::App& CommandSet::addressCommand(char const* name, char const* what, std::st
 
 void CommandSet::addBoard(CLI::App& sub, char const* what) {
   sub.add_option("--board", line.board, what)->type_name("FILE");
-  addTimeout(sub, "Seconds that a process may take to answer, by default 10");
+  addTimeout(sub,
+             "Seconds that a process may take to answer, by default 10, and to mount the root of a "
+             "path, by default 0.2");
 }
 
-CLI::Option* CommandSet::addTimeout(CLI::App& sub, char const* what) {
-  return sub.add_option("--timeout", line.timeout, what)->type_name("SECONDS")->check(&badTimeout);
+void CommandSet::addTimeout(CLI::App& sub, char const* what) {
+  sub.add_option("--timeout", line.timeout, what)
+      ->type_name("SECONDS")
+      ->check(&badTimeout)
+      ->each([this](std::string const&) { line.hasTimeout = true; });
 }
 
 void CommandSet::takeAddress() {

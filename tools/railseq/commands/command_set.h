@@ -41,7 +41,7 @@ struct CommandSet {
   CLI::App& addressCommand(char const* name, char const* what, std::string const& footer,
                            std::function<int()> run);
   void addBoard(CLI::App& sub, char const* what);
-  CLI::Option* addTimeout(CLI::App& sub, char const* what);
+  void addTimeout(CLI::App& sub, char const* what);
   void addReconnect(CLI::App& sub);
   CLI::Option& words(CLI::App& sub, char const* name, char const* what);
   // The first word, when it is one and no board was given.

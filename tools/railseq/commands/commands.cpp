@@ -21,11 +21,17 @@ namespace {
 
 using Value = Zol::Ptr<Zol::GenericIf>;
 
+constexpr std::chrono::milliseconds kTick{50};
+// A value from before the write may come back for a moment, until the process has got the write.
+constexpr std::chrono::milliseconds kUndonePatience{300};
+
 struct Change {
   std::string path;
   std::string value;
   Value before;
   Value after;
+  // Of an entry: the members that it has made.
+  std::vector<std::string> entered = {};
 
   [[nodiscard]] bool isEffective() const {
     return !before || !after || shownText(before) != shownText(after);
@@ -66,21 +72,43 @@ struct Change {
           {"changed", change.isEffective()}};
 }
 
-// The members of an attribute that the change has entered a reference into.
-[[nodiscard]] std::vector<std::string> entries(Zol::ByName const& tree, Change const& change) {
-  return memberPaths(tree, change.path);
+[[nodiscard]] std::vector<std::string> pathsOf(std::vector<Change> const& changes) {
+  std::vector<std::string> paths;
+  for (Change const& change : changes) paths.push_back(change.path);
+  return paths;
 }
 
-// Whether another replica has what the change has made here.
-[[nodiscard]] bool hasArrived(Zol::ByName const& there, Zol::ByName const& here,
-                              Change const& change) {
-  if (change.isEntry()) return entries(there, change) == entries(here, change);
-  Value const value = valueAt(there, change.path);
+// Writes to the trees, and notes what that has changed.
+void apply(Zol::ByName const& tree, Change& change) {
+  std::vector<std::string> const former = memberPaths(tree, change.path);
+  change.before = valueAt(tree, change.path);
+  tree.write(change.path, change.value);
+  change.after = valueAt(tree, change.path);
+  if (!change.isEntry()) return;
+  for (std::string const& member : memberPaths(tree, change.path)) {
+    if (std::ranges::find(former, member) == former.end()) change.entered.push_back(member);
+  }
+}
+
+// Whether a replica has what the change has made.
+[[nodiscard]] bool has(Zol::ByName const& tree, Change const& change) {
+  if (change.isEntry()) {
+    return std::ranges::all_of(change.entered, [&](std::string const& member) {
+      return valueAt(tree, member) != nullptr;
+    });
+  }
+  Value const value = valueAt(tree, change.path);
   return value && shownText(value) == shownText(change.after);
 }
 
+// What a replica has in place of what the change has made, as the end of a sentence.
+[[nodiscard]] std::string presentText(Zol::ByName const& tree, Change const& change) {
+  Value const value = change.isEntry() ? nullptr : valueAt(tree, change.path);
+  return value ? ", it is " + quotedText(value) : "";
+}
+
 void requireWritable(Trees const& trees, Change const& change) {
-  std::string const root(Zol::PathSteps(change.path, true).next().value_or(Zol::PathStep{}).name);
+  std::string const root = rootName(change.path);
   for (Zol::Ptr<Zol::Entity> const& each : trees.roots) {
     if (each->name().view() != root) continue;
     if (!Zol::Entity::ZolNboAttrLogSa::isReadOnlyReplica(*each)) return;
@@ -90,7 +118,8 @@ void requireWritable(Trees const& trees, Change const& change) {
 }
 
 // What was written is sent; then a second replica must get it from the process, which says nothing
-// about what it has taken.
+// about what it has taken. A value that has come back in place of the one that was written, and
+// stays, is the answer too.
 void awaitSource(Trees const& trees, std::vector<Change> const& changes,
                  Clock::time_point deadline) {
   Attachment& attachment = *trees.attachment;
@@ -109,20 +138,37 @@ void awaitSource(Trees const& trees, std::vector<Change> const& changes,
   // Under another name, or it would take over the replica that was written to.
   Attachment second({.address = attachment.address(), .keptAs = "second replica"});
   second.connect(deadline);
-  second.sync(deadline);
+  second.sync(deadline, pathsOf(changes), deadline - Clock::now());
   Zol::ByName const there(second.roots());
   Zol::ByName const here = trees.byName();
-  Change const* missing = nullptr;
-  auto const isThere = [&] {
-    auto const found = std::ranges::find_if(
-        changes, [&](Change const& change) { return !hasArrived(there, here, change); });
-    missing = found == changes.end() ? nullptr : &*found;
-    return !missing;
+  auto const missing = [&changes](auto const& isMissing) {
+    auto const found = std::ranges::find_if(changes, isMissing);
+    return found == changes.end() ? nullptr : &*found;
   };
-  if (require(second, second.pumpUntil(isThere, deadline))) return;
-  Value const value = missing->isEntry() ? nullptr : valueAt(there, missing->path);
-  timedOut(missing->path + " has not become " + inQuotes(missing->value) +
-           (value ? ", it is " + quotedText(value) : ""));
+  auto const isLate = [&](Change const& change) { return !has(there, change); };
+  auto const isUndone = [&](Change const& change) { return isLate(change) && !has(here, change); };
+  Clock::time_point undoneSince = Clock::time_point::max();
+  for (;;) {
+    Clock::time_point const soon = std::min(deadline, Clock::now() + kTick);
+    if (require(second, second.pumpUntil([&] { return !missing(isLate); }, soon))) return;
+    Clock::time_point const turnsEnd = Clock::now() + kTick;
+    while (attachment.connection()->pump() && Clock::now() < turnsEnd) {
+    }
+    Clock::time_point const now = Clock::now();
+    Change const* const undone = missing(isUndone);
+    undoneSince = undone ? std::min(undoneSince, now) : Clock::time_point::max();
+    if (undone && now - undoneSince >= kUndonePatience) {
+      throw CommandError(ExitCode::refused,
+                         attachment.address().text() + ": " + undone->path + " was set to " +
+                             inQuotes(undone->value) + " but has changed since" +
+                             presentText(here, *undone) +
+                             ": the process has refused it, or somebody else has written");
+    }
+    if (now >= deadline) break;
+  }
+  Change const* const late = missing(isLate);
+  if (!late) return;
+  timedOut(late->path + " has not become " + inQuotes(late->value) + presentText(there, *late));
 }
 
 // Of attributes that are set several times the last value counts.
@@ -145,7 +191,7 @@ void printLines(std::vector<Zol::Ptr<Zol::Entity>> const& roots,
 }  // namespace
 
 int runGet(CommandLine const& line, std::ostream& out) {
-  Trees const trees = openTrees(line, deadlineOf(line));
+  Trees const trees = openTrees(line, deadlineOf(line), line.words);
   Zol::ByName const tree = trees.byName();
   std::string text;
   Json json = Json::object();
@@ -162,17 +208,13 @@ int runSet(CommandLine const& line, std::ostream& out) {
   std::vector<Change> changes;
   for (std::string const& word : line.words) changes.push_back(parseChange(word));
   Clock::time_point const deadline = deadlineOf(line);
-  Trees const trees = openTrees(line, deadline);
+  Trees const trees = openTrees(line, deadline, pathsOf(changes));
   Zol::ByName const tree = trees.byName();
   if (trees.attachment) {
     for (Change const& change : changes) requireWritable(trees, change);
   }
   try {
-    for (Change& change : changes) {
-      change.before = valueAt(tree, change.path);
-      tree.write(change.path, change.value);
-      change.after = valueAt(tree, change.path);
-    }
+    for (Change& change : changes) apply(tree, change);
   } catch (...) {
     if (trees.attachment) trees.attachment->abandon();
     throw;
@@ -191,7 +233,7 @@ int runSet(CommandLine const& line, std::ostream& out) {
 }
 
 int runCount(CommandLine const& line, std::ostream& out) {
-  Trees const trees = openTrees(line, deadlineOf(line));
+  Trees const trees = openTrees(line, deadlineOf(line), line.words);
   Zol::ByName const tree = trees.byName();
   std::string text;
   Json json = Json::object();
@@ -205,7 +247,7 @@ int runCount(CommandLine const& line, std::ostream& out) {
 }
 
 int runTree(CommandLine const& line, std::ostream& out) {
-  Trees const trees = openTrees(line, deadlineOf(line));
+  Trees const trees = openTrees(line, deadlineOf(line), line.words);
   line.json ? void(out << jsonText(treesJson(trees.roots, line.words)))
             : printLines(trees.roots, line.words, out);
   return 0;
@@ -215,7 +257,7 @@ int runComplete(CommandLine const& line, std::ostream& out) {
   std::string const start = line.words.empty() ? std::string() : line.words.front();
   bool const hasTrees = !line.board.empty() || !line.address.empty();
   for (std::string const& completion :
-       hasTrees ? completions(openTrees(line, deadlineOf(line)).byName(), start)
+       hasTrees ? completions(openTrees(line, deadlineOf(line), {}).byName(), start)
                 : completions(start)) {
     out << completion << '\n';
   }
@@ -231,7 +273,7 @@ int runTypes(CommandLine const& line, std::ostream& out) {
   if (line.board.empty() && line.address.empty()) {
     for (std::string const& name : line.words) types.push_back(&findType(name));
   } else {
-    Trees const trees = openTrees(line, deadlineOf(line));
+    Trees const trees = openTrees(line, deadlineOf(line), line.words);
     Zol::ByName const tree = trees.byName();
     for (std::string const& path : line.words) {
       Value const value = tree.at(path);
