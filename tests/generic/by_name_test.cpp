@@ -170,6 +170,8 @@ TEST(ByName, FollowsReferencesAndRefusesWhatIsOverNothing) {
   EXPECT_EQ(trees.tree.count("board/controller"), 1u);
   EXPECT_EQ(done(trees.tree, "erase board/controller[x]"),
             std::vector<std::string>{"! board/controller[x]: there is no such member, expected p"});
+  EXPECT_EQ(done(Zol::ByName({}), "read board/location"),
+            std::vector<std::string>{"! board/location: there is no such root, and no other"});
 }
 
 }  // namespace

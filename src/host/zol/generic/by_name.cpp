@@ -56,6 +56,22 @@ bool isOverNull(Ptr<GenericIf> const& generic) {
   return !generic || (dynamic_cast<GenericIfPtrInterface*>(generic.get()) && !entityOf(generic));
 }
 
+// A number, or a value that is one with a name of its own.
+bool isNumber(ZolType const& type) {
+  if (type.isEntity() || type.isEnumType()) return false;
+  return type.valAttr() ? isNumber(*type.valAttr()->type()) : !type.attributeQIteratorConst();
+}
+
+// What is a number only at its beginning is told as what is none at all.
+Ptr<GenericIf> numberFrom(ZolType const& type, String8 const& text) {
+  try {
+    return type.genericIf(text, false);
+  } catch (RangeException const& failure) {
+    if (!std::string_view(failure.what()).starts_with("junk ")) throw;
+    throwRangeException("expected a number but found " + valueToStrep(text));
+  }
+}
+
 bool canBeNamed(ZolAttr const& attr) { return attr.flags().has(AttrFlags::kByName); }
 bool isOwning(ZolAttr const& attr) { return attr.flags().has(AttrFlags::kInstantiating); }
 // Every entity has it, whatever its class.
@@ -139,6 +155,7 @@ Ptr<GenericIf> fromPlainText(ZolType const& type, String8 const& text) {
     if (isTrue || text == "false" || text == "False") return wrapped(isTrue, false);
     throwRangeException("expected true or false but found " + valueToStrep(text));
   }
+  if (isNumber(type)) return numberFrom(type, text);
   if (!type.isEnumType()) return type.genericIf(text, false);
   std::vector<std::string> const names = enumeratorsOf(type);
   if (std::ranges::find(names, text.view()) != names.end()) {
@@ -215,6 +232,11 @@ ByName::Place ByName::placeOf(std::string_view path) const {
         names.emplace_back(root->name().view());
       }
       if (!place.holder) {
+        if (names.empty()) fail(path, "there is no such root, and no other");
+        if (step->name.empty()) {
+          fail(path,
+               "the path does not begin with the name of a root, expected " + alternatives(names));
+        }
         fail(here, "there is no such root, expected " + suggestion(step->name, names));
       }
       place.path = here;
@@ -282,6 +304,10 @@ void ByName::write(std::string_view path, std::string_view text) const {
   bool const isReferences = attr.keyType() && attr.type()->isEntity() && !isOwning(attr);
   if (isOwning(attr)) fail(path, "an entity stands here, which is made and not written");
   if (!isReferences) place.requireOne();
+  if (!place.holder->type()->isEntity()) {
+    fail(path, "this is a part of the value at " + std::string(path.substr(0, path.rfind('/'))) +
+                   ", which is written whole");
+  }
   if (attr.flags().has(AttrFlags::kConstructorParameter)) {
     fail(path, "the attribute is fixed when its entity is made");
   }
