@@ -119,25 +119,44 @@ TEST(Refusals, OfPathsAndValuesEndWithExitCodeOneAndNothingElse) {
   }
 }
 
+TEST(Tree, AsJsonTellsOfTextsThatAreNotUtf8) {
+  std::string const words = "\"" + kMain + "/location=$(printf 'a\\377')\" 2>&1 >/dev/null | cat";
+  EXPECT_THAT(onBoard("set --json", words).output,
+              StartsWith("railseq: 1 text is not UTF-8, which JSON cannot hold: "));
+  EXPECT_THAT(onBoard("set --json --tree", words).output, StartsWith("railseq: 2 texts are not "));
+  EXPECT_EQ(onBoard("set", words).output, "");
+}
+
 TEST(Lint, WarnsOfWhatIsHardlyMeant) {
   Board const board = parseBoard("b.json", R"({"config": {
     "dexoDesc": {"a": {"busId": 200, "deviceId": 1}, "b": {"busId": 200, "deviceId": 1}},
-    "realPsocController": {"p": {"voltageRail": {
+    "realPsocController": {"p": {"customerName": "", "voltageRail": {
       "2": {"overrideVoutUvLimit": 2, "overrideVoutOvLimit": 1,
             "voltageRailEnvConfig": {"name": "5V"}},
       "10": {"voltageRailEnvConfig": {"name": "5V"}}, "11": {}}}}},
-    "status": {"realPsocController": {"q": {}}}})");
+    "status": {"name": "status", "realPsocController": {"q": {}}}})");
   std::string const rail = "config/realPsocController[p]/voltageRail";
+  std::vector<std::string> lines;
+  for (Warning const& warning : lintBoard(board)) lines.push_back(warning.line("b.json"));
   EXPECT_THAT(
-      lintBoard(board),
-      ElementsAre("config/dexoDesc[a]: busId 200 does not go over a log, which takes 0 to 127",
-                  "config/dexoDesc[b]: busId 200 does not go over a log, which takes 0 to 127",
-                  "config/dexoDesc[b]: device 1 on bus 200 of accelerator 0 is also that of "
-                  "config/dexoDesc[a]",
-                  rail + "[2]: overrideVoutUvLimit 2 is not below overrideVoutOvLimit 1",
-                  rail + "[10]: \"5V\" is also the rail of " + rail + "[2]",
-                  rail + "[11]: the rail has no voltageRailEnvConfig, which names it",
-                  "status/realPsocController[q]: there is no config/realPsocController[q]"));
+      lines,
+      ElementsAre(
+          "b.json:1:12: warning: config: the root has no name of its own",
+          "b.json:2:33: warning: config/dexoDesc[a]: busId 200 does not go over a log, which takes "
+          "0 to 127",
+          "b.json:2:69: warning: config/dexoDesc[b]: busId 200 does not go over a log, which takes "
+          "0 to 127",
+          "b.json:2:54: warning: config/dexoDesc[b]: device 1 on bus 200 of accelerator 0 is also "
+          "that of config/dexoDesc[a]",
+          "b.json:3:50: warning: config/realPsocController[p]: the controller has no customerName",
+          "b.json:4:36: warning: " + rail +
+              "[2]: overrideVoutUvLimit 2 is not below overrideVoutOvLimit 1",
+          "b.json:6:38: warning: " + rail + "[10]: \"5V\" is also the rail of " + rail + "[2]",
+          "b.json:6:55: warning: " + rail +
+              "[11]: the rail has no voltageRailEnvConfig, which names it",
+          "b.json:7:57: warning: status/realPsocController[q]: there is no "
+          "config/realPsocController[q]"));
+  EXPECT_EQ(Warning({std::nullopt, "x"}).line("b.json"), "b.json: warning: x");
 }
 
 TEST(Lint, ItsExitCodeTellsTheOutcome) {

@@ -3,6 +3,7 @@
 
 #include "hwrailseq.h"
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,8 @@ struct Board {
   Zol::Ptr<Status> status;
   // One line each, with its place in the file: what was read but has no place in a tree.
   std::vector<std::string> notes;
+  // Where the file says what stands at a path, as far as it says anything of it.
+  std::map<std::string, Position> places;
 };
 
 // Reads a board file of either form, told apart by its keys. Throws `InputError`; a board is given

@@ -17,22 +17,6 @@ using Zol::AttrFlags;
 using Zol::ZolAttr;
 using Zol::ZolType;
 
-struct ArgumentType {
-  std::string name;
-  ZolType const* type;
-};
-
-// What the making of an entity under the attribute takes besides the key.
-[[nodiscard]] std::vector<ArgumentType> argumentsOf(ZolAttr const& attr) {
-  std::vector<ArgumentType> arguments;
-  auto type = attr.constructorArgTypeQIteratorConst();
-  for (auto name = attr.constructorArgNameQIteratorConst(); name; ++name, ++type) {
-    if (attr.keyType() && *name == attr.keyFieldName()) continue;
-    arguments.push_back({std::string(name->view()), ZolType::typeNode(Zol::Name(*type))});
-  }
-  return arguments;
-}
-
 [[nodiscard]] bool isWritable(ZolAttr const& attr) {
   return attr.flags().has(AttrFlags::kByName) &&
          !attr.flags().has(AttrFlags::kConstructorParameter) &&
@@ -122,14 +106,20 @@ Board AttributeFormReader::read(JsonNode const& root) {
   readRoot(root, "status", board_.status.get());
   makeWaiting();
   for (std::function<void()> const& reference : references_) reference();
+  board_.places = filler_.places();
   return std::move(board_);
 }
 
 void AttributeFormReader::readRoot(JsonNode const& root, char const* side,
                                    Zol::Entity const* entity) {
-  if (JsonNode const* const given = root.find(side)) {
-    readAttributes(rootPath(entity->name().view()), *entity->fwkType(), *given, {"name"});
+  JsonNode const* const given = root.find(side);
+  if (!given) return;
+  std::string const path = rootPath(entity->name().view());
+  filler_.placeIs(path, given->at);
+  if (JsonNode const* const name = given->find("name")) {
+    filler_.placeIs(attributePath(path, "name"), name->at);
   }
+  readAttributes(path, *entity->fwkType(), *given, {"name"});
 }
 
 void AttributeFormReader::readAttributes(std::string const& path, ZolType const& type,
@@ -215,6 +205,7 @@ bool AttributeFormReader::make(Child const& given) {
     if (!value) continue;
     std::optional<Zol::ByName::Argument> made = argument(type, *value);
     if (!made) return false;
+    filler_.placeIs(attributePath(given.path, type.name), value->at);
     arguments.push_back(std::move(*made));
   }
   filler_.make(given.given->keyAt, given.path, arguments);

@@ -31,7 +31,7 @@ class ChassisFormReader {
  public:
   explicit ChassisFormReader(std::string const& file)
       : reader_(file),
-        board_{.config = new Config("config"), .status = nullptr, .notes = {}},
+        board_{.config = new Config("config"), .status = nullptr, .notes = {}, .places = {}},
         root_(rootPath(board_.config->name().view())),
         filler_(board_.tree(), reader_) {}
 
@@ -64,6 +64,7 @@ Board ChassisFormReader::read(JsonNode const& root) {
     reader_.contextIs(source.context);
     readChassis(source.node, sources.size() == 1);
   }
+  board_.places = filler_.places();
   return std::move(board_);
 }
 

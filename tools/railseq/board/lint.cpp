@@ -19,20 +19,34 @@ class Lint {
  public:
   explicit Lint(Board const& board) : board_(board), tree_(board.tree()) {}
 
-  std::vector<std::string> run() {
+  std::vector<Warning> run() {
+    for (Zol::Ptr<Zol::Entity> const& root : board_.roots()) checkRoot(*root);
     checkDescriptors();
     std::string const root = rootPath(board_.config->name().view());
-    for (std::string const& path : controllerPaths(tree_, root)) checkRails(path);
+    for (std::string const& path : controllerPaths(tree_, root)) {
+      if (read(path, "customerName").empty()) {
+        warn(path, "the controller has no customerName", "customerName");
+      }
+      checkRails(path);
+    }
     if (board_.status) checkStatus();
     return std::move(warnings_);
   }
 
  private:
+  void checkRoot(Zol::Entity const& root);
   void checkDescriptors();
   void checkRails(std::string const& controller);
   void checkStatus();
-  void warn(std::string const& path, std::string const& text) {
-    warnings_.push_back(path + ": " + text);
+  // Of what stands at the path or, where one is given, of its attribute.
+  void warn(std::string const& path, std::string const& text, std::string_view attribute = {}) {
+    std::optional<Position> const at =
+        attribute.empty() ? std::nullopt : placeOf(attributePath(path, attribute));
+    warnings_.push_back({at ? at : placeOf(path), path + ": " + text});
+  }
+  [[nodiscard]] std::optional<Position> placeOf(std::string const& path) const {
+    auto const found = board_.places.find(path);
+    return found == board_.places.end() ? std::nullopt : std::optional(found->second);
   }
   [[nodiscard]] std::string read(std::string const& path, std::string_view attribute) const {
     return std::string(tree_.read(attributePath(path, attribute)).view());
@@ -44,8 +58,16 @@ class Lint {
 
   Board const& board_;
   Zol::ByName tree_;
-  std::vector<std::string> warnings_;
+  std::vector<Warning> warnings_;
 };
+
+// A form without names of roots places none.
+void Lint::checkRoot(Zol::Entity const& root) {
+  std::string const path = rootPath(root.name().view());
+  if (placeOf(path) && !placeOf(attributePath(path, "name"))) {
+    warn(path, "the root has no name of its own");
+  }
+}
 
 void Lint::checkDescriptors() {
   std::map<std::string, std::string> places;
@@ -53,8 +75,10 @@ void Lint::checkDescriptors() {
     for (char const* const attribute : {"lobusAccelId", "busId"}) {
       std::string const number = read(path, attribute);
       if (std::stoul(number) <= kLargestLogged) continue;
-      warn(path, std::string(attribute) + " " + number +
-                     " does not go over a log, which takes 0 to " + std::to_string(kLargestLogged));
+      warn(path,
+           std::string(attribute) + " " + number + " does not go over a log, which takes 0 to " +
+               std::to_string(kLargestLogged),
+           attribute);
     }
     std::string const place = "device " + read(path, "deviceId") + " on bus " +
                               read(path, "busId") + " of accelerator " + read(path, "lobusAccelId");
@@ -69,8 +93,10 @@ void Lint::checkRails(std::string const& controller) {
     double const low = std::strtod(read(path, "overrideVoutUvLimit").c_str(), nullptr);
     double const high = std::strtod(read(path, "overrideVoutOvLimit").c_str(), nullptr);
     if (std::isfinite(low) && std::isfinite(high) && low >= high) {
-      warn(path, "overrideVoutUvLimit " + read(path, "overrideVoutUvLimit") +
-                     " is not below overrideVoutOvLimit " + read(path, "overrideVoutOvLimit"));
+      warn(path,
+           "overrideVoutUvLimit " + read(path, "overrideVoutUvLimit") +
+               " is not below overrideVoutOvLimit " + read(path, "overrideVoutOvLimit"),
+           "overrideVoutUvLimit");
     }
     if (!tree_.contains(attributePath(path, "voltageRailEnvConfig"))) {
       warn(path, "the rail has no voltageRailEnvConfig, which names it");
@@ -79,7 +105,8 @@ void Lint::checkRails(std::string const& controller) {
     std::string const name(
         tree_.read(attributePath(attributePath(path, "voltageRailEnvConfig"), "name")).view());
     auto const [first, isNew] = names.emplace(name, path);
-    if (!isNew) warn(path, inQuotes(name) + " is also the rail of " + first->second);
+    if (!isNew)
+      warn(path, inQuotes(name) + " is also the rail of " + first->second, "voltageRailEnvConfig");
   }
 }
 
@@ -94,6 +121,10 @@ void Lint::checkStatus() {
 
 }  // namespace
 
-std::vector<std::string> lintBoard(Board const& board) { return Lint(board).run(); }
+std::string Warning::line(std::string const& file) const {
+  return (at ? placeText(file, *at) : file) + ": warning: " + text;
+}
+
+std::vector<Warning> lintBoard(Board const& board) { return Lint(board).run(); }
 
 }  // namespace RailSeq

@@ -1,7 +1,9 @@
 // Forwards to the trees and turns their exceptions into refusals.
 #include "railseq/board/tree_filler.h"
 
+#include "railseq/base/paths.h"
 #include "railseq/values/attribute_values.h"
+#include "railseq/values/references.h"
 
 namespace RailSeq {
 
@@ -13,21 +15,20 @@ void TreeFiller::located(Position at, std::function<void()> const& what) const {
   }
 }
 
-void TreeFiller::make(Position at, std::string const& path, Arguments const& arguments) const {
+void TreeFiller::make(Position at, std::string const& path, Arguments const& arguments) {
+  placeIs(path, at);
   located(at, [&] { tree_.make(path, arguments); });
 }
 
-void TreeFiller::write(Position at, std::string const& path, std::string const& text) const {
+void TreeFiller::write(Position at, std::string const& path, std::string const& text) {
+  placeIs(path, at);
   located(at, [&] { tree_.write(path, text); });
 }
 
 void TreeFiller::refer(Position at, std::string const& holder, std::string const& attribute,
-                       Zol::Ptr<Zol::Entity> const& entity) const {
-  located(at, [&] {
-    Zol::Ptr<Zol::GenericIf> const generic = tree_.at(holder);
-    generic->attributeOp({generic->attributeId(attribute), Zol::GenericIf::attrOpWrite}, nullptr,
-                         Zol::ZolType::genericIf(entity.get(), false));
-  });
+                       Zol::Ptr<Zol::Entity> const& entity) {
+  placeIs(attributePath(holder, attribute), at);
+  located(at, [&] { referenceIs(tree_.at(holder), attribute, entity); });
 }
 
 void TreeFiller::requireEntity(Position at, std::string const& path,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -19,11 +20,11 @@ class TreeFiller {
   TreeFiller(Zol::ByName tree, NodeReader const& reader)
       : tree_(std::move(tree)), reader_(reader) {}
 
-  void make(Position at, std::string const& path, Arguments const& arguments) const;
-  void write(Position at, std::string const& path, std::string const& text) const;
+  void make(Position at, std::string const& path, Arguments const& arguments);
+  void write(Position at, std::string const& path, std::string const& text);
   // Sets the reference `attribute` of what stands at `holder` to an entity of no tree.
   void refer(Position at, std::string const& holder, std::string const& attribute,
-             Zol::Ptr<Zol::Entity> const& entity) const;
+             Zol::Ptr<Zol::Entity> const& entity);
   // Refuses a path that leads to no entity of the type.
   void requireEntity(Position at, std::string const& path, Zol::ZolType const& type) const;
   // Whether the path leads to anything; false for one that cannot.
@@ -32,12 +33,18 @@ class TreeFiller {
     return siblings_.entity(type, name);
   }
 
+  // Where the file says something that no operation is given.
+  void placeIs(std::string const& path, Position at) { places_.emplace(path, at); }
+  // All that was placed, by path.
+  [[nodiscard]] std::map<std::string, Position> const& places() const { return places_; }
+
  private:
   void located(Position at, std::function<void()> const& what) const;
 
   Zol::ByName tree_;
   NodeReader const& reader_;
   Siblings siblings_;
+  std::map<std::string, Position> places_;
 };
 
 }  // namespace RailSeq

@@ -1,12 +1,13 @@
 // Walks entities and values by what their types say.
 #include "railseq/board/tree_json.h"
 
+#include <iostream>
 #include <map>
 
-#include "host/zol/path_steps.h"
 #include "railseq/base/wording.h"
 #include "railseq/board/siblings.h"
 #include "railseq/values/attribute_values.h"
+#include "railseq/values/references.h"
 
 namespace RailSeq {
 
@@ -46,6 +47,38 @@ using Zol::ZolAttr;
     json[std::string(attr->name().view())] = valueJson(readAttribute(record->clone(), *attr));
   }
   return json;
+}
+
+[[nodiscard]] bool isUtf8(std::string const& text) {
+  try {
+    return static_cast<void>(Json(text).dump()), true;
+  } catch (Json::type_error const&) {
+    return false;
+  }
+}
+
+// How many values and keys of the document are no UTF-8.
+[[nodiscard]] std::size_t countForeign(Json const& json) {
+  if (json.is_string()) return isUtf8(json.get_ref<std::string const&>()) ? 0 : 1;
+  std::size_t count = 0;
+  if (json.is_structured()) {
+    for (auto const& [key, value] : json.items()) {
+      count += countForeign(value) + (json.is_object() && !isUtf8(key) ? 1 : 0);
+    }
+  }
+  return count;
+}
+
+[[nodiscard]] std::string dumped(Json const& json, int indent) {
+  try {
+    return json.dump(indent);
+  } catch (Json::type_error const&) {
+    std::size_t const count = countForeign(json);
+    std::cerr << "railseq: " << counted(count, "text") << (count == 1 ? " is" : " are")
+              << " not UTF-8, which JSON cannot hold: U+FFFD stands for each byte that is none"
+              << std::endl;
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+  }
 }
 
 [[nodiscard]] Json entityJson(Ptr<GenericIf> const& entity, ZolAttr const* holder);
@@ -109,20 +142,14 @@ Json valueJson(Ptr<GenericIf> const& value) {
 }
 
 Json jsonAt(Zol::ByName const& tree, std::string_view path) {
-  std::string_view holder;
-  std::optional<Zol::PathStep> last;
-  for (Zol::PathSteps steps(path, true); !steps.done();) {
-    holder = steps.walked();
-    last = steps.next();
-    if (!last) break;
+  AttributePlace const place = attributeAt(tree, path);
+  ZolAttr const* const attr = place.attr.get();
+  if (place.isRoot) return entityJson(tree.at(path), nullptr);
+  if (attr && attr->keyType() && !place.hasKey && tree.contains(path)) {
+    return keyedJson(place.holder, *attr);
   }
-  if (!last || holder.empty()) return entityJson(tree.at(path), nullptr);
-  Ptr<GenericIf> const entity = tree.at(holder);
-  Ptr<ZolAttr> const attr = entity ? entity->type()->attr(Zol::Name(last->name)) : nullptr;
-  if (attr && attr->keyType() && !last->key && tree.contains(path)) return keyedJson(entity, *attr);
   Ptr<GenericIf> const value = tree.at(path);
-  bool const isEntity = entityIn(value) && attr->flags().has(AttrFlags::kInstantiating);
-  return isEntity ? entityJson(value, attr.get()) : valueJson(value);
+  return place.isOwning() && entityIn(value) ? entityJson(value, attr) : valueJson(value);
 }
 
 Json boardJson(Board const& board) {
@@ -134,12 +161,8 @@ Json boardJson(Board const& board) {
   return json;
 }
 
-std::string jsonText(Json const& json) {
-  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
+std::string jsonText(Json const& json) { return dumped(json, 2) + "\n"; }
 
-std::string jsonLine(Json const& json) {
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
+std::string jsonLine(Json const& json) { return dumped(json, -1) + "\n"; }
 
 }  // namespace RailSeq

@@ -24,7 +24,7 @@ using Json = nlohmann::ordered_json;
 [[nodiscard]] Json boardJson(Board const& board);
 
 // The document as indented text with a line break at its end. Bytes that are no UTF-8 become
-// replacement characters.
+// replacement characters, and a line on standard error says of how many texts.
 [[nodiscard]] std::string jsonText(Json const& json);
 // The same as one line.
 [[nodiscard]] std::string jsonLine(Json const& json);

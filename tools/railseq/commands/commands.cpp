@@ -293,14 +293,13 @@ int runTypes(CommandLine const& line, std::ostream& out) {
 
 int runLint(CommandLine const& line, std::ostream& out) {
   Board const board = readBoard(line.board);
-  std::vector<std::string> const warnings = lintBoard(board);
+  std::vector<std::string> warnings;
+  for (Warning const& warning : lintBoard(board)) warnings.push_back(warning.line(line.board));
   if (line.json) {
     out << jsonText({{"board", line.board}, {"notes", board.notes}, {"warnings", warnings}});
   } else {
     for (std::string const& note : board.notes) out << note << '\n';
-    for (std::string const& warning : warnings) {
-      out << line.board << ": warning: " << warning << '\n';
-    }
+    for (std::string const& warning : warnings) out << warning << '\n';
     out << line.board << ": " << (warnings.empty() ? "good" : counted(warnings.size(), "warning"))
         << '\n';
   }

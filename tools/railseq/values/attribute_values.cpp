@@ -84,6 +84,16 @@ std::vector<std::string> attributeNames(ZolType const& type) {
   return names;
 }
 
+std::vector<ArgumentType> argumentsOf(Zol::ZolAttr const& attr) {
+  std::vector<ArgumentType> arguments;
+  auto type = attr.constructorArgTypeQIteratorConst();
+  for (auto name = attr.constructorArgNameQIteratorConst(); name; ++name, ++type) {
+    if (attr.keyType() && *name == attr.keyFieldName()) continue;
+    arguments.push_back({std::string(name->view()), ZolType::typeNode(Zol::Name(*type))});
+  }
+  return arguments;
+}
+
 std::string readValue(NodeReader const& reader, JsonNode const& node, ZolType const& type,
                       std::string_view what) {
   switch (kindOfValue(type)) {

@@ -18,6 +18,14 @@ enum class ValueKind { boolean, text, name, enumeration, wholeNumber, quantity, 
 // The names of an enumeration's enumerators, or of a record's attributes, in their order.
 [[nodiscard]] std::vector<std::string> attributeNames(Zol::ZolType const& type);
 
+// A parameter of a constructor.
+struct ArgumentType {
+  std::string name;
+  Zol::ZolType const* type;
+};
+// What the making of an entity under the attribute takes besides the key.
+[[nodiscard]] std::vector<ArgumentType> argumentsOf(Zol::ZolAttr const& attr);
+
 // The text of a value (docs/values.md says which) of a type that is no entity: true or false, a
 // number, a text, the name of an enumerator, an object of a record's attributes; of a quantity also
 // one of the texts "-inf", "inf" and "nan". Throws `InputError` with the place and with `what` the
