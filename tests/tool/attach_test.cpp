@@ -31,6 +31,35 @@ TEST_F(Attached, CommandsAnswerAsForABoard) {
   Outcome const refused = at("set", "'" + kMain + "/ready=true'");
   EXPECT_EQ(refused.exitCode, 1);
   EXPECT_THAT(refused.output, HasSubstr("serves switch read-only"));
+  for (std::string const command : {"make", "erase"}) {
+    EXPECT_THAT(at(command, "'switch/dexoDesc[main-bus]'").output,
+                HasSubstr("serves switch read-only"));
+  }
+  EXPECT_EQ(at("types").output, railseq("types --board '" + kBoard + "'").output);
+}
+
+TEST_F(Attached, WhatIsMadeAndTakenOutAtAWritableOneArrives) {
+  auto const server = serve(kBoard, true);
+  auto const client = watch(kLastOfBoard);
+  std::string const bus = "switch/dexoDesc[new]";
+  std::string const psoc = "switch/realPsocController[new]";
+  EXPECT_EQ(at("make", "'" + bus + "' busId=3 '" + psoc + "' 'dexoDesc=" + bus + "'").output,
+            bus + " added\n" + psoc + " added\n");
+  client->awaits(psoc + " added\n");
+  EXPECT_EQ(at("get", "'" + psoc + "/dexoDesc/busId'").output, "3\n");
+  std::string const sensor = "Entity('EntityMib::Sensor', 'VoltageSensor12V')";
+  std::string const reference = kMain + "/voltageRail[1]/sensorMib";
+  EXPECT_EQ(at("set", "\"" + reference + "=" + sensor + "\"").exitCode, 0);
+  EXPECT_EQ(at("get", "'" + reference + "'").output, sensor + "\n");
+  EXPECT_EQ(at("erase", "'" + psoc + "' '" + reference + "' '" + kMain + "/reloadCause'").exitCode,
+            0);
+  client->awaits(psoc + " removed\n");
+  EXPECT_EQ(at("count", "switch/realPsocController '" + kMain + "/reloadCause'").output, "1\n0\n");
+  EXPECT_EQ(at("get", "'" + reference + "'").output, "None\n");
+  // All of them, or none.
+  EXPECT_EQ(at("erase", "'" + bus + "' '" + kMain + "/location'").exitCode, 1);
+  EXPECT_EQ(at("get", "'" + bus + "/busId'").output, "3\n");
+  EXPECT_EQ(client->end(SIGINT), 0);
 }
 
 TEST_F(Attached, WhatIsSetAtAWritableOneIsSeenByEachWatch) {
@@ -208,6 +237,7 @@ TEST(Addresses, AreReadAndWritten) {
   EXPECT_EQ(railseq("watch nowhere").exitCode, 2);
   EXPECT_EQ(railseq("get unix:/nonexistent").exitCode, 2);
   EXPECT_EQ(railseq("health unix:/nonexistent").exitCode, 3);
+  EXPECT_EQ(railseq("types unix:/nonexistent").exitCode, 3);
   EXPECT_EQ(railseq("get --timeout nan unix:/nonexistent x").exitCode, 2);
 }
 

@@ -70,6 +70,70 @@ TEST(Set, AppliesInOrderAndTellsWhatChanged) {
   EXPECT_EQ(main["psocReloadCause"]["7"]["bitNum"], 3);
 }
 
+// What stands in no tree is written as it is printed.
+TEST(Set, TakesAnEntityOfANeighbouringModelThatAReferenceLeadsTo) {
+  std::string const sensor = "Entity('EntityMib::Sensor', 'VoltageSensor12V')";
+  std::string const first = "/voltageRail[0]/sensorMib";
+  std::string const second = "/voltageRail[1]/sensorMib";
+  EXPECT_EQ(
+      output(&runSet, {first + "=None", second + "=" + sensor}),
+      kMain + first + ": " + sensor + " -> None\n" + kMain + second + ": None -> " + sensor + "\n");
+  std::pair<std::string, std::string> const refused[] = {
+      {second + "=Entity('EntityMib::Sensor', 'VoltageSensor')",
+       ": no reference leads to Entity('EntityMib::Sensor', 'VoltageSensor'), expected " + sensor},
+      {"/kernelPanicEepromWp=" + sensor,
+       ": no reference leads to " + sensor +
+           ", expected Entity('Fru::Gpo', 'panic-eeprom-write-protect')"},
+      {second + "=Entity('EntityMib::Sensor', '/x')", ": no entity at '/x': "}};
+  for (auto const& [word, message] : refused) {
+    Outcome const run = onBoard("set", "\"" + kMain + word + "\"");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.output, HasSubstr(word.substr(0, word.find('=')) + message));
+  }
+}
+
+TEST(Make, AddsEntitiesWithTheArgumentsBehindThem) {
+  std::string const eeprom = "/kernelPanicEepromDexo";
+  std::string const rail = "switch/realPsocController[new]/voltageRail[3]";
+  std::string const words =
+      "'switch/dexoDesc[new]' busId=3 'switch/realPsocController[new]' customerName=J7 "
+      "'dexoDesc=switch/dexoDesc[new]' '" +
+      rail + "' \"voltageRailEnvConfig=Entity('Environment::Power::VoltageRailConfig', '12V')\" '" +
+      kMain + eeprom + "' name=eeprom busId=2 device=80";
+  EXPECT_EQ(onBoard("make", words).output,
+            "switch/dexoDesc[new] added\n"
+            "switch/realPsocController[new] added\n" +
+                rail + " added\n" + kMain + eeprom + " (unchanged)\n");
+  Json const json = Json::parse(onBoard("make --json --tree", words).output);
+  EXPECT_EQ(json["changes"][2]["before"], nullptr);
+  EXPECT_EQ(json["changes"][2]["after"], rail);
+  EXPECT_EQ(json["changes"][3]["changed"], false);
+  Json const& made = json["tree"]["config"]["realPsocController"]["new"];
+  EXPECT_EQ(made["customerName"], "J7");
+  EXPECT_EQ(made["dexoDesc"], "switch/dexoDesc[new]");
+  EXPECT_EQ(made["voltageRail"]["3"]["voltageRailEnvConfig"]["name"], "12V");
+}
+
+TEST(Erase, TakesOutMembersValuesSingleEntitiesAndReferences) {
+  std::string const cause =
+      "Value('Hardware::Ucd9012::UcdCause', ** {'reloadCauseKey': 'watchdog', 'type': 'gpio', "
+      "'id': 7, 'isRemote': False})";
+  EXPECT_EQ(output(&runErase, {"/reloadCause[1]", "/diagCommandConfig", "/kernelPanicEepromWp",
+                               "/voltageRail", "/voltageRail"}),
+            kMain + "/reloadCause[1]: " + cause + " -> nothing\n" + kMain +
+                "/diagCommandConfig removed\n" + kMain +
+                "/kernelPanicEepromWp: Entity('Fru::Gpo', 'panic-eeprom-write-protect') -> None\n" +
+                kMain + "/voltageRail[0] removed\n" + kMain + "/voltageRail[1] removed\n" + kMain +
+                "/voltageRail[2] removed\n" + kMain + "/voltageRail: nothing (unchanged)\n");
+  EXPECT_EQ(onBoard("erase", "'switch/controller[main]'").output,
+            "switch/controller[main]: " + kMain + " -> nothing\n");
+  Json const json = Json::parse(output(&runErase, {"/voltageRail[2]"}, true, true));
+  EXPECT_EQ(json["changes"][0]["before"], kMain + "/voltageRail[2]");
+  EXPECT_EQ(json["changes"][0]["after"], nullptr);
+  Json const& main = json["tree"]["config"]["realUcd9012Controller"]["main"];
+  EXPECT_EQ(main["voltageRail"].size(), 2U);
+}
+
 TEST(Count, IsOfTheMembersOfAnAttribute) {
   EXPECT_EQ(output(&runCount, {"/voltageRail", "/reloadCause"}), "3\n2\n");
   EXPECT_EQ(Json::parse(output(&runCount, {"/voltageRail"}, true))[kMain + "/voltageRail"], 3);
@@ -109,8 +173,17 @@ TEST(Tree, MembersStandInTheOrderOfTheirKeys) {
 
 TEST(Refusals, OfPathsAndValuesEndWithExitCodeOneAndNothingElse) {
   std::pair<char const*, char const*> const uses[] = {
-      {"get", "/locatio'"}, {"get", "/voltageRail'"},          {"count", "'"},
-      {"tree", "/x'"},      {"set", "/pollingEnabled=maybe'"}, {"set", "/customerName=x'"}};
+      {"get", "/locatio'"},
+      {"get", "/voltageRail'"},
+      {"count", "'"},
+      {"tree", "/x'"},
+      {"set", "/pollingEnabled=maybe'"},
+      {"set", "/customerName=x'"},
+      {"make", "' x=1"},
+      {"make", "/location'"},
+      {"erase", "/location'"},
+      {"erase", "/voltageRail[9]'"},
+      {"make", "/voltageRail[9]' \"voltageRailEnvConfig=Entity('EntityMib::Sensor', 'x')\""}};
   for (auto const& [command, word] : uses) {
     Outcome const run = onBoard(command, "'" + kMain + word);
     EXPECT_EQ(run.exitCode, 1) << command << word;
@@ -192,6 +265,16 @@ TEST(Types, OfWhatStandsAtAPathAreThoseOfTheBoard) {
   Json const json = Json::parse(railseq("types --json UcdCause").output);
   EXPECT_EQ(json["UcdCause"]["attributes"][2]["type"], "U32");
   EXPECT_EQ(Json::parse(railseq("types --json").output).size(), 24U);
+}
+
+TEST(Types, WithoutAPathAreThoseOfAllThatStandsOnTheBoard) {
+  TempFile const board(R"({"config": {"dexoDesc": {"d": {}}}})");
+  std::string const ofBoard = "types --board '" + board.path() + "'";
+  std::string const text = railseq(ofBoard).output;
+  EXPECT_THAT(text, AllOf(StartsWith("TYPE "), HasSubstr("\nConfig  "),
+                          HasSubstr("\nSmbusDexo::DexoDesc "), HasSubstr("\nHardware::SmbusId ")));
+  EXPECT_THAT(text, testing::Not(testing::AnyOf(HasSubstr("Status"), HasSubstr("Controller"))));
+  EXPECT_EQ(Json::parse(railseq(ofBoard + " --json").output)[0]["name"], "Config");
 }
 
 TEST(Types, AnUnknownOneGetsTheNearestNames) {

@@ -88,7 +88,15 @@ TEST(BadUsage, EndsWithExitCodeTwo) {
   std::pair<char const*, char const*> const uses[] = {
       {"", "a command is required"},
       {"demo", "BOARD"},
-      {"nonsense", "nonsense"},
+      {"nonsense", "railseq: unknown command \"nonsense\", expected demo, get, set, make, "},
+      {"gte", "railseq: unknown command \"gte\", expected get; see railseq --help\n"},
+      {"get --borad x",
+       "get: unknown option \"--borad\", expected --board; see railseq get --help"},
+      {"lint x y", "railseq: lint: found \"y\", expected no more words"},
+      {"get --board x unix:/y", "get: found the address \"unix:/y\" beside --board"},
+      {"complete x y", "complete: found \"y\" behind the beginning of a path"},
+      {"make --board x y=z", "make: found \"y=z\", expected a PATH in front of it"},
+      {"make --board x y z=1 z=2", "make: found \"z\" again, expected each NAME once"},
       {"demo /nonexistent.json", "/nonexistent.json: cannot be read: No such file"},
       {"get x", "--board"},
       {"get --board /nonexistent.json x", "/nonexistent.json: cannot be read: No such file"},
@@ -97,7 +105,15 @@ TEST(BadUsage, EndsWithExitCodeTwo) {
     Outcome const run = railseq(arguments);
     EXPECT_EQ(run.exitCode, 2) << arguments;
     EXPECT_THAT(run.output, HasSubstr(complaint));
+    EXPECT_THAT(run.output, StartsWith("railseq: "));
   }
+}
+
+TEST(Version, IsThatOfTheManualPage) {
+  Outcome const run = railseq("--version");
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_THAT(shell("head -n1 '" RAILSEQ_MANUAL "'").output,
+              HasSubstr("HwRailSeq " + behind(run.output, "railseq ")));
 }
 
 TEST(BadBoardFile, EndsWithExitCodeTwoAndNothingIsStarted) {
@@ -111,8 +127,8 @@ TEST(BadBoardFile, EndsWithExitCodeTwoAndNothingIsStarted) {
 
 TEST(Help, IsGivenWithExamplesForEveryCommand) {
   for (char const* const command :
-       {"", "demo", "get", "set", "count", "tree", "types", "lint", "complete", "serve", "watch",
-        "wait", "health", "record", "replay", "decode"}) {
+       {"", "demo", "get", "set", "make", "erase", "count", "tree", "types", "lint", "complete",
+        "serve", "watch", "wait", "health", "record", "replay", "decode"}) {
     Outcome const run = railseq(std::string(command) + " --help");
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output, AllOf(HasSubstr("Example"), HasSubstr("Exit codes")));

@@ -5,6 +5,7 @@
 
 #include "railseq/attach/address.h"
 #include "railseq/base/input_error.h"
+#include "railseq/base/wording.h"
 
 namespace RailSeq {
 
@@ -26,9 +27,19 @@ std::string badTimeout(std::string const& text) {
   return isGood ? "" : "found " + text + ", expected seconds from 0 to 1000000000";
 }
 
+[[nodiscard]] std::vector<std::string> optionsOf(CLI::App const& app) {
+  std::vector<std::string> names;
+  for (CLI::Option const* const option : app.get_options()) {
+    for (std::string const& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
 }  // namespace
 
-CLI::App& CommandSet::command(char const* name, char const* what, std::string const& footer,
+CommandSet::CommandSet() { app.set_version_flag("--version", "railseq " RAILSEQ_VERSION); }
+
+CLI::App& CommandSet::command(char const* name, std::string const& what, std::string const& footer,
                               std::function<int()> run) {
   CLI::App* const sub = app.add_subcommand(name, what);
   sub->footer(footer);
@@ -36,11 +47,12 @@ CLI::App& CommandSet::command(char const* name, char const* what, std::string co
   return *sub;
 }
 
-CLI::App& CommandSet::treeCommand(char const* name, char const* what, std::string const& footer,
-                                  std::function<int()> run, bool needsWords) {
+CLI::App& CommandSet::treeCommand(char const* name, std::string const& what,
+                                  std::string const& footer, std::function<int()> run,
+                                  bool needsWords) {
   CLI::App& sub = command(
       name, what, footer + kPathHelp + kAddressHelp + kExitCodes, [this, name, run, needsWords] {
-        takeAddress();
+        takeAddress(name);
         if (line.board.empty() && line.address.empty()) {
           throw InputError(name, "expected --board FILE, or an ADDRESS as the first word");
         }
@@ -75,11 +87,33 @@ void CommandSet::addTimeout(CLI::App& sub, char const* what) {
       ->each([this](std::string const&) { line.hasTimeout = true; });
 }
 
-void CommandSet::takeAddress() {
-  if (!line.board.empty() || line.words.empty()) return;
-  if (!isAddress(line.words.front())) return;
+void CommandSet::takeAddress(char const* command) {
+  if (line.words.empty() || !isAddress(line.words.front())) return;
+  if (!line.board.empty()) {
+    throw InputError(command, "found the address " + inQuotes(line.words.front()) +
+                                  " beside --board, expected one of the two");
+  }
   line.address = line.words.front();
   line.words.erase(line.words.begin());
+}
+
+std::string CommandSet::complaint(CLI::ParseError const& error) const {
+  std::vector<CLI::App*> const given = app.get_subcommands();
+  CLI::App const& at = given.empty() ? app : *given.front();
+  std::string const name = given.empty() ? "" : at.get_name() + ": ";
+  std::string const help = "; see railseq " + (given.empty() ? "" : at.get_name() + " ") + "--help";
+  std::vector<std::string> const extras = at.remaining();
+  bool const isExtra = dynamic_cast<CLI::ExtrasError const*>(&error) != nullptr;
+  if (!isExtra || extras.empty()) return name + error.what() + help;
+  std::string const& extra = extras.front();
+  if (extra.starts_with('-')) {
+    return name + "unknown option " + inQuotes(extra) + ", expected " +
+           suggestion(extra, optionsOf(at)) + help;
+  }
+  if (!given.empty()) return name + "found " + inQuotes(extra) + ", expected no more words" + help;
+  std::vector<std::string> commands;
+  for (auto const& [sub, runIt] : runs) commands.push_back(sub->get_name());
+  return "unknown command " + inQuotes(extra) + ", expected " + suggestion(extra, commands) + help;
 }
 
 WatchOptions const& CommandSet::watchOptions() {

@@ -49,20 +49,7 @@ void addCommands(CommandSet& tool) {
   get.add_flag("--json", tool.line.json, "Answer in JSON");
   tool.words(get, "WORDS", "ADDRESS, then paths of values").required();
 
-  CLI::App& set = tool.treeCommand(
-      "set",
-      "Set attributes in the order given, and print what changed. A board file stays as it is; a "
-      "process must be served for writing, and has taken all when this ends with 0. It ends with 1 "
-      "when another value has come back.",
-      "Examples:\n"
-      "  railseq set unix:/run/agent 'switch/realUcd9012Controller[main]/ready=true'\n"
-      "  railseq set --board b.json 'switch/realUcd9012Controller[main]/pollingEnabled=false'\n"
-      "  railseq set --board b.json --tree "
-      "'switch/realUcd9012Controller[main]/voltageRail[0]/overrideVoutUvLimit=11.4'\n",
-      [&tool] { return RailSeq::runSet(tool.line, std::cout); });
-  set.add_flag("--json", tool.line.json, "Answer in JSON");
-  tool.words(set, "WORDS", "ADDRESS, then assignments PATH=VALUE").required();
-  set.add_flag("--tree", tool.line.tree, "Show the trees afterwards");
+  RailSeq::addChangingCommands(tool);
 
   CLI::App& count = tool.treeCommand(
       "count", "Print the numbers of members of attributes with keys, one a line.",
@@ -99,16 +86,17 @@ void addCommands(CommandSet& tool) {
   CLI::App& types = tool.command(
       "types",
       "List the types of the model in the order of their registration, or show the attributes of "
-      "types.",
+      "types. With a board or an ADDRESS, the types of what stands there.",
       std::string("Examples:\n  railseq types\n  railseq types ControllerConfig\n"
+                  "  railseq types unix:/run/agent\n"
                   "  railseq types --board b.json 'switch/realUcd9012Controller[main]'\n\n"
                   "Exit codes: 0 good; 1 no such type, or a path that cannot be; 2 a bad board "
                   "file or address, or bad usage; 3 the process cannot be reached; 4 timed out."),
       [&tool] {
-        tool.takeAddress();
+        tool.takeAddress("types");
         return RailSeq::runTypes(tool.line, std::cout);
       });
-  tool.addBoard(types, "Take the names for paths of this board");
+  tool.addBoard(types, "The types of this board, or of what stands at paths of it");
   types.add_flag("--json", tool.line.json, "Answer in JSON");
   tool.words(
       types, "TYPE",
@@ -130,11 +118,11 @@ void addCommands(CommandSet& tool) {
       "  railseq complete --board b.json 'switch/realUcd9012Controller['\n\n"
       "Exit codes: 0 good, also without a completion; 2 a bad board file, or bad usage.",
       [&tool] {
-        tool.takeAddress();
+        tool.takeAddress("complete");
         return RailSeq::runComplete(tool.line, std::cout);
       });
   tool.addBoard(complete, "Board; without one or an ADDRESS, the types alone are asked");
-  tool.words(complete, "WORDS", "ADDRESS, then what is there of the path").expected(0, 2);
+  tool.words(complete, "WORDS", "ADDRESS, then what is there of the path");
 }
 
 int run(int argc, char** argv) {
@@ -151,7 +139,9 @@ int run(int argc, char** argv) {
   try {
     tool.app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
-    return tool.app.exit(error) == 0 ? 0 : kBadUsage;
+    if (error.get_exit_code() == 0) return tool.app.exit(error);
+    std::cerr << "railseq: " << tool.complaint(error) << '\n';
+    return kBadUsage;
   }
   for (auto const& [sub, runIt] : tool.runs) {
     if (sub->parsed()) return runIt();

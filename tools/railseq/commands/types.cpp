@@ -4,13 +4,16 @@
 #include <algorithm>
 #include <cstdint>
 #include <iomanip>
+#include <set>
 #include <sstream>
 #include <string_view>
 #include <vector>
 
 #include "hwrailseq.h"
 #include "railseq/base/input_error.h"
+#include "railseq/base/paths.h"
 #include "railseq/base/wording.h"
+#include "railseq/values/attribute_values.h"
 
 namespace RailSeq {
 
@@ -24,15 +27,11 @@ constexpr std::string_view kNamespace = "Hardware::Ucd9012::";
 
 using Row = std::vector<std::string>;
 
-[[nodiscard]] std::vector<ZolType*> modelTypes() {
-  std::vector<ZolType*> types;
+// All types, as they were registered.
+[[nodiscard]] std::vector<ZolType*> registeredTypes() {
   auto const target =
       Zol::ptrCast<Zol::RecordingTarget>(Zol::IntrospectionReactor::global()->target());
-  if (!target) return types;
-  std::ranges::copy_if(target->types(), std::back_inserter(types), [](ZolType const* type) {
-    return type->fullName().view().starts_with(kNamespace);
-  });
-  return types;
+  return target ? target->types() : std::vector<ZolType*>();
 }
 
 // The bare name of a type of the model, the full one of any other, "-" for none.
@@ -106,19 +105,45 @@ using Row = std::vector<std::string>;
 
 }  // namespace
 
-std::string typesText() {
+TypeList modelTypes() {
+  TypeList types;
+  std::ranges::copy_if(registeredTypes(), std::back_inserter(types), [](ZolType const* type) {
+    return type->fullName().view().starts_with(kNamespace);
+  });
+  return types;
+}
+
+TypeList typesIn(std::vector<Zol::Ptr<Zol::Entity>> const& roots) {
+  std::set<ZolType const*> found;
+  auto const visit = [&found](std::string const&, Zol::Ptr<Zol::GenericIf> const& value) {
+    if (!value->type()->isEntity() || entityIn(value)) found.insert(value->type());
+  };
+  Zol::ByName const tree(roots);
+  for (auto const& root : roots) tree.walk(rootPath(root->name().view()), visit);
+  TypeList types;
+  for (ZolType const* const type : registeredTypes()) {
+    if (found.erase(type) != 0) types.push_back(type);
+  }
+  // Those that are not registered, such as numbers, stand behind.
+  types.insert(types.end(), found.begin(), found.end());
+  std::ranges::sort(types.end() - static_cast<std::ptrdiff_t>(found.size()), types.end(), {},
+                    [](ZolType const* type) { return type->fullName().view(); });
+  return types;
+}
+
+std::string typesText(TypeList const& types) {
   std::vector<Row> rows{{"TYPE", "KIND", "BASE", "ATTRIBUTES"}};
-  for (ZolType const* const type : modelTypes()) {
-    rows.push_back({std::string(type->name().view()), kindOf(*type), shortName(type->baseType()),
+  for (ZolType const* const type : types) {
+    rows.push_back({shortName(type), kindOf(*type), shortName(type->baseType()),
                     std::to_string(attributeCount(*type))});
   }
   return tableText(rows);
 }
 
-Json typesJson() {
+Json typesJson(TypeList const& types) {
   Json json = Json::array();
-  for (ZolType const* const type : modelTypes()) {
-    json.push_back({{"name", type->name().view()},
+  for (ZolType const* const type : types) {
+    json.push_back({{"name", shortName(type)},
                     {"kind", kindOf(*type)},
                     {"base", nameJson(type->baseType())},
                     {"attributes", attributeCount(*type)}});
