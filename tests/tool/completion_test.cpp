@@ -50,8 +50,8 @@ TEST(Completion, OfABoardHasTheKeysAndFollowsReferences) {
 // What bash would offer behind the line, in one line.
 std::string offered(std::string const& line) {
   TempFile const script(
-      "source '" RAILSEQ_COMPLETION "'\ncd '" RAILSEQ_BOARDS "'\nCOMP_LINE='" + line +
-      "'\n"
+      "source '" RAILSEQ_COMPLETION "'\ncd '" RAILSEQ_BOARDS "'\nCOMP_LINE=$(cat <<'END'\n" + line +
+      "x\nEND\n)\nCOMP_LINE=${COMP_LINE%x}\n"
       "COMP_POINT=${#COMP_LINE}\n_railseq '" RAILSEQ_TOOL "'\necho \"${COMPREPLY[*]}\"\n");
   std::string output = shell("bash '" + script.path() + "'").output;
   if (output.ends_with('\n')) output.pop_back();
@@ -63,8 +63,8 @@ TEST(BashCompletion, OffersCommandsOptionsFilesPathsAndValues) {
   std::string const main = "switch/realUcd9012Controller[main]";
   std::pair<std::string, std::string> const lines[] = {
       {"railseq ",
-       "demo serve get set count tree watch wait health types lint record replay decode complete "
-       "--help"},
+       "demo serve get set make erase count tree watch wait health types lint record replay decode "
+       "complete --help --version"},
       {"railseq co", "count complete"},
       {"railseq set --", "--help --board --timeout --json --tree"},
       {"railseq nonsense --", ""},
@@ -87,6 +87,33 @@ TEST(BashCompletion, OffersCommandsOptionsFilesPathsAndValues) {
       {"railseq complete status/realP", "status/realPsocController["},
       {"railseq types Volt", "VoltageRailConfig"},
       {"railseq get --board missing.json sw", ""}};
+  for (auto const& [line, offer] : lines) EXPECT_EQ(offered(line), offer) << line;
+}
+
+// Bash puts what is offered behind the open quote, and closes it behind an offer that is the only
+// one.
+TEST(BashCompletion, GoesOnInAnOpenQuote) {
+  TempFile const board(R"({"config": {"realPsocController": {"fan/a b": {}}}})");
+  std::string const get = "railseq get --board '" + board.path() + "' ";
+  std::string const fan = "config/realPsocController[fan\\/a b]";
+  std::string const set = "railseq set --board \"switch-2ucd.json\" ";
+  std::string const main = "switch/realUcd9012Controller[main]";
+  std::pair<std::string, std::string> const lines[] = {
+      {get + "'con", "config config/"},
+      {get + "\"config/dexo", "config/dexoDesc[ config/dexoDesc[]"},
+      {get + "'config/realPsocController[", fan + " " + fan + "/"},
+      {get + "\"config/realPsocController[",
+       "config/realPsocController[fan\\\\/a b] "
+       "config/realPsocController[fan\\\\/a b]/"},
+      {get + "config/realPsocController[", "config/realPsocController[fan\\\\/a\\ b]"},
+      {get + "'" + fan + "/poll", fan + "/pollingEnabled"},
+      {get + "config/realPsocController[fan\\\\/a\\ b]/poll",
+       "config/realPsocController[fan\\\\/a\\ b]/pollingEnabled"},
+      {set + "'" + main + "/sh", main + "/shutdownEnabled " + main + "/shutdownEnabled="},
+      {set + "'" + main + "/description=a b' '" + main + "/operationalMode=d",
+       main + "/operationalMode=diagMode"},
+      {set + main + "/operationalMode='d", "diagMode"},
+      {"railseq tree --board='switch", "switch-2ucd.json"}};
   for (auto const& [line, offer] : lines) EXPECT_EQ(offered(line), offer) << line;
 }
 
