@@ -171,6 +171,13 @@ TEST(Tree, MembersStandInTheOrderOfTheirKeys) {
                        "realPsocController[p09]realPsocController[p9]realPsocController[p10]");
 }
 
+TEST(Refusals, OfMalformedPathsAreGivenAtOnce) {
+  for (char const* const path : {"/switch", "]", "switch]", "switch[a]]"}) {
+    EXPECT_EQ(onBoard("tree", std::string("'") + path + "'").exitCode, 1) << path;
+    EXPECT_EQ(onBoard("set", std::string("'") + path + "=1'").exitCode, 1) << path;
+  }
+}
+
 TEST(Refusals, OfPathsAndValuesEndWithExitCodeOneAndNothingElse) {
   std::pair<char const*, char const*> const uses[] = {
       {"get", "/locatio'"},

@@ -1,5 +1,7 @@
 #include "host/zol/path_steps.h"
 
+#include <utility>
+
 namespace Zol {
 
 namespace {
@@ -16,7 +18,8 @@ void appendPathText(std::string& path, std::string_view text) {
 }
 
 std::optional<PathStep> PathSteps::next() {
-  if (!relative_ || at_ > 0) {
+  // Only the first step stands without a "/", also when it is empty.
+  if (!std::exchange(relative_, false)) {
     if (path_[at_] != '/') return std::nullopt;
     ++at_;
   }

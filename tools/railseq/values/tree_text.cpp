@@ -2,6 +2,7 @@
 #include "railseq/values/tree_text.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "host/zol/path_steps.h"
 #include "railseq/base/wording.h"
@@ -25,7 +26,9 @@ struct LastStep {
   explicit LastStep(std::string_view path) {
     for (Zol::PathSteps steps(path, true); !steps.done(); ++depth) {
       begin = steps.walked().empty() ? 0 : steps.walked().size() + 1;
-      step = steps.next().value_or(Zol::PathStep{});
+      std::optional<Zol::PathStep> const next = steps.next();
+      if (!next) break;  // A malformed path, which the walk refuses.
+      step = *next;
     }
   }
 
