@@ -107,6 +107,7 @@ void makeEntities(Zol::ByName const& tree) {
   tree.make("board/realUcd9032Controller[a\\[b\\]\\/\\\\]",
             {{"dexoDesc", "board/dexoDesc[bus]"}, {"resetGpioPinStatus", "None"}});
   std::string const path = tree.complete("board/realUcd9032Controller[").front();
+  EXPECT_TRUE(tree.complete(path + "[").empty());
   for (char const* const child : {"/voltageRail[255]", "/diagModeConfig[m]", "/diagCommandConfig",
                                   "/diagModeConfig[m]/diagCommandConfig"}) {
     tree.make(path + child);

@@ -17,7 +17,7 @@ void addRecordingCommands(CommandSet& tool) {
       "Exit codes: 0 good; 2 a bad address, a file that is there already or cannot be written, or "
       "bad usage; 3 the source cannot be reached, or was lost at the end; 4 it did not answer in "
       "time.",
-      [&tool] { return runRecord(tool.record, std::cout); });
+      [&tool] { return runRecord(tool.record); });
   record.add_option("ADDRESS", line.address, "unix:PATH or tcp:HOST:PORT")
       ->type_name("")
       ->required();

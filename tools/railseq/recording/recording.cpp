@@ -1,13 +1,15 @@
 // Attaches to a source, again and again, and writes down both directions.
 #include "railseq/recording/recording.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <limits>
 #include <optional>
-#include <ostream>
 
 #include "railseq/attach/follow.h"
+#include "railseq/attach/output.h"
 #include "railseq/attach/stop_signal.h"
 #include "railseq/base/command_error.h"
 #include "railseq/base/paths.h"
@@ -31,7 +33,7 @@ constexpr std::size_t kLongestReason = 300;
 // One run of the command.
 class RecordRun {
  public:
-  RecordRun(RecordLine const& line, std::ostream& out) : line_(line), out_(out) {
+  explicit RecordRun(RecordLine const& line) : line_(line) {
     follow_.attachment = {.address = parseAddress(line.address),
                           .ownName = "railseq record",
                           .wrap = [this](auto transport) { return wrapped(std::move(transport)); },
@@ -104,7 +106,8 @@ class RecordRun {
     recorder_->lost(reason.substr(0, kLongestReason));
   }
 
-  void tell(std::string const& line) { out_ << line << std::endl; }
+  // A recording goes on whoever reads what is told of it.
+  void tell(std::string const& line) { out_.line(line); }
   void tellSummary(std::string const& why) {
     char seconds[40];
     std::snprintf(seconds, sizeof seconds, "%.1f s", static_cast<double>(recorder_->time()) / 1e9);
@@ -114,7 +117,7 @@ class RecordRun {
   }
 
   RecordLine const& line_;
-  std::ostream& out_;
+  ServiceLog out_{STDOUT_FILENO};
   StopSignal stop_;
   std::optional<Recorder> recorder_;
   std::size_t connections_ = 0;
@@ -181,6 +184,6 @@ std::size_t Recorder::room() const {
                                   std::min<std::uint64_t>(maxBytes_ - taken, kMaxRecordBytes));
 }
 
-int runRecord(RecordLine const& line, std::ostream& out) { return RecordRun(line, out).run(); }
+int runRecord(RecordLine const& line) { return RecordRun(line).run(); }
 
 }  // namespace RailSeq

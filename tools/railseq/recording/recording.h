@@ -60,8 +60,8 @@ class Recorder {
   RecordingWriter writer_;
 };
 
-// Gives the exit code; tells on `out` what it does. Throws `InputError` for an address or a file
+// Gives the exit code; tells on standard output what it does, if somebody reads it. Throws `InputError` for an address or a file
 // that cannot be, `CommandError` for a source that cannot be reached.
-[[nodiscard]] int runRecord(RecordLine const& line, std::ostream& out);
+[[nodiscard]] int runRecord(RecordLine const& line);
 
 }  // namespace RailSeq

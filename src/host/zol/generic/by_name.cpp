@@ -426,7 +426,7 @@ std::vector<std::string> ByName::complete(std::string_view start) const {
   try {
     Place const place = placeOf(before);
     if (start[end] == '[') {
-      if (!place.attr || !place.attr->keyType()) return paths;
+      if (!place.attr || !place.attr->keyType() || place.key) return paths;
       for (std::string const& key : keysOf(*place.holder, *place.attr)) {
         offer(memberPath(before, key));
       }
