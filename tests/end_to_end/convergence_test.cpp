@@ -23,7 +23,8 @@ class Session {
         crosses_(mount == Mount::crossing),
         breaks_(mount == Mount::breaking || (crosses_ && seed % 2 != 0)) {
     roots_ = {Hardware::Ucd9012::configFactory("config"),
-              Hardware::Ucd9012::statusFactory("status")};
+              Hardware::Ucd9012::statusFactory("status"),
+              Hardware::Ucd9012::configFactory("other")};
     links_.push_back(connect("agent"));
   }
   ~Session() {
@@ -41,7 +42,7 @@ class Session {
         mount();
       }
       for (int i = 0; i < 80; ++i) {
-        auto const& root = roots_[random()() % 2];
+        auto const& root = roots_[random()() % roots_.size()];
         auto const replica = mirror(links_[random()() % links_.size()], *root);
         change(replica && replicaWrites(phase) ? *replica : *root);
         for (Link const& link : links_) {
@@ -111,7 +112,38 @@ class Session {
   [[nodiscard]] static Zol::Ptr<Zol::Entity> mirror(Link const& link, Zol::Entity& root) {
     return link.replica->mounted(root.name());
   }
-  void change(Zol::Entity& root) { hand_.change(root); }
+  void change(Zol::Entity& root) { random()() % 8 == 0 ? refer(root) : hand_.change(root); }
+  // One of the two configurations refers to a member of the other, which may go at any time.
+  void refer(Zol::Entity& root) {
+    auto* const from = dynamic_cast<Config*>(&root);
+    if (!from) return;
+    auto const to = otherOf(*from);
+    if (!to) return;
+    auto const name = numbered("shared", static_cast<unsigned int>(random()() % 3));
+    switch (random()() % 4) {
+      case 0:
+        from->controllerDel(name);
+        return;
+      case 1:
+        to->realUcd9012ControllerDel(name);
+        return;
+      default:
+        from->controllerIs(addController(*to, name));
+    }
+  }
+  // At the same end.
+  [[nodiscard]] Zol::Ptr<Config> otherOf(Config const& from) const {
+    Zol::Name const name = from.name() == "other" ? "config" : "other";
+    for (auto const& root : roots_) {
+      if (root == &from) return Zol::ptrCast<Config>(roots_[name == "other" ? 2 : 0]);
+    }
+    for (Link const& link : links_) {
+      if (link.replica->mounted(from.name()) == &from) {
+        return Zol::ptrCast<Config>(link.replica->mounted(name));
+      }
+    }
+    return nullptr;
+  }
   void listen() {
     for (auto const& root : roots_) {
       if (auto const there = mirror(links_.back(), *root)) {
@@ -127,12 +159,29 @@ class Session {
       ASSERT_EQ(Zol::digest(*root), Zol::digest(*there));
       ASSERT_TRUE(link.replica->synced(root->name()));
     }
+    for (std::size_t const at : {0U, 2U}) expectSameReferences(link, at);
     for (Connection* const end : {link.source.get(), link.replica.get()}) {
       Zol::NboAttrLog::ConnectionCounters const counters = end->counters();
       ASSERT_TRUE(crosses_ || counters.refused + counters.unknown == 0);
       ASSERT_EQ(counters.listenerFailures + counters.unreplicated, 0U);
     }
     ASSERT_TRUE(writable_ || link.replica->counters().messagesOut == 0);
+  }
+
+  // What refers to a member of the other tree does so at the replica too.
+  void expectSameReferences(Link const& link, std::size_t at) {
+    auto const from = Zol::ptrCast<Config>(roots_[at]);
+    auto const to = Zol::ptrCast<Config>(roots_[2 - at]);
+    auto const mirrorFrom = Zol::ptrCast<Config>(mirror(link, *from));
+    auto const mirrorTo = Zol::ptrCast<Config>(mirror(link, *to));
+    for (unsigned int i = 0; i < 3; ++i) {
+      auto const name = numbered("shared", i);
+      auto const held = from->controller(name);
+      ASSERT_EQ(held && held == to->realUcd9012Controller(name),
+                mirrorFrom->controller(name) &&
+                    mirrorFrom->controller(name) == mirrorTo->realUcd9012Controller(name))
+          << from->name() << " " << name;
+    }
   }
 
   Hand hand_;
