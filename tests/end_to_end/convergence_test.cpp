@@ -162,7 +162,8 @@ class Session {
     for (std::size_t const at : {0U, 2U}) expectSameReferences(link, at);
     for (Connection* const end : {link.source.get(), link.replica.get()}) {
       Zol::NboAttrLog::ConnectionCounters const counters = end->counters();
-      ASSERT_TRUE(crosses_ || counters.refused + counters.unknown == 0);
+      // What has left its holder may be unknown there until a reference brings it back.
+      ASSERT_TRUE(crosses_ || counters.refused == 0);
       ASSERT_EQ(counters.listenerFailures + counters.unreplicated, 0U);
     }
     ASSERT_TRUE(writable_ || link.replica->counters().messagesOut == 0);
@@ -194,14 +195,16 @@ class Session {
   std::vector<std::unique_ptr<Ears>> ears_;
 };
 
-// HWRAILSEQ_SEEDS sets how many seeds each test runs.
-unsigned int seeds() {
-  char const* const given = std::getenv("HWRAILSEQ_SEEDS");
-  return given ? static_cast<unsigned int>(std::strtoul(given, nullptr, 10)) : 50;
+unsigned int number(char const* variable, unsigned int otherwise) {
+  char const* const given = std::getenv(variable);
+  return given ? static_cast<unsigned int>(std::strtoul(given, nullptr, 10)) : otherwise;
 }
 
+// HWRAILSEQ_SEEDS sets how many seeds each test runs, HWRAILSEQ_FIRST_SEED which is the first.
 void runAll(Mount mount) {
-  for (unsigned int seed = 0; seed < seeds(); ++seed) {
+  unsigned int const first = number("HWRAILSEQ_FIRST_SEED", 0);
+  unsigned int const end = first + number("HWRAILSEQ_SEEDS", 50);
+  for (unsigned int seed = first; seed < end; ++seed) {
     SCOPED_TRACE(seed);
     ASSERT_NO_FATAL_FAILURE(Session(seed, mount).run());
   }
