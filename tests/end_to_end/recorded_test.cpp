@@ -29,8 +29,9 @@ class RecordedSession : public testing::Test {
     expected = textOf(*config) + textOf(*status);
     stream = peer.received();
     for (std::size_t at = 0; at < stream.size();) {
-      ends.push_back(at += 4 + (stream[at] << 24 | stream[at + 1] << 16 | stream[at + 2] << 8 |
-                                stream[at + 3]));
+      std::size_t length = 0;
+      for (std::size_t i = 0; i < 4; ++i) length = length << 8 | stream[at + i];
+      ends.push_back(at += 4 + length);
     }
   }
   [[nodiscard]] Bytes part(std::size_t from, std::size_t to) const {

@@ -10,30 +10,37 @@
 namespace Hardware::Ucd9012::Test {
 namespace {
 
-// Counts the shared attribute of the base, one of the derived class, and exceptions.
+// Counts the shared attribute of the base, and exceptions.
 template <class Notifiee>
-class Counting : public Notifiee {
+class CountingBase : public Notifiee {
  public:
   int autoStarts = 0;
-  int ready = 0;
   int exceptions = 0;
   void onAutoStartPowerProgram() override { ++autoStarts; }
-  void onReady() { ++ready; }
   using Notifiee::onNotificationException;
   void onNotificationException(Zol::AttributeId) override { ++exceptions; }
+};
+
+// And an attribute of the derived class.
+template <class Notifiee>
+class Counting : public CountingBase<Notifiee> {
+ public:
+  int ready = 0;
+  void onReady() override { ++ready; }
 };
 
 TEST(ControllerListeners, HearWhatTheirClassHasAndAreOtherwisePassedOver) {
   Zol::Ptr<Ucd9012ControllerConfig> const controller =
       new Ucd9012ControllerConfig("main", "", nullptr, nullptr, nullptr);
-  auto const ofBase = listenTo<Counting<PowerController::ControllerConfig::Notifiee>>(controller);
+  auto const ofBase =
+      listenTo<CountingBase<PowerController::ControllerConfig::Notifiee>>(controller);
   auto const ofClass = listenTo<Counting<ControllerConfig::Notifiee>>(controller);
   auto const ofChip = listenTo<Counting<Ucd9012ControllerConfig::Notifiee>>(controller);
   auto const ofOtherChip = listenTo<Counting<PsocControllerConfig::Notifiee>>(controller);
   controller->autoStartPowerProgramIs(true);
   controller->readyIs(true);
   EXPECT_EQ(ofBase->autoStarts, 1);
-  EXPECT_EQ(ofBase->ready + ofBase->exceptions, 0);
+  EXPECT_EQ(ofBase->exceptions, 0);
   EXPECT_EQ(ofClass->autoStarts + ofClass->ready, 2);
   EXPECT_EQ(ofChip->autoStarts + ofChip->ready, 2);
   EXPECT_EQ(ofOtherChip->ready, 1);

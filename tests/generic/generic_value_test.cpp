@@ -124,12 +124,13 @@ TEST(TypeObjects, MakeValuesFromTextsAndRootsFromNames) {
     EXPECT_FALSE(root->isConst());
     EXPECT_EQ(root->type(), type);
     EXPECT_EQ(root->attributeOp({root->attributeId("name"), 0}, nullptr, nullptr)->strRep(), "'r'");
-    expectFailure<Zol::TypeException>([&] { type->genericIf(listOf({}).get(), false); }, "name");
-    expectFailure<Zol::TypeException>([&] { type->genericIf(listOf({nullptr}).get(), false); },
+    expectFailure<Zol::TypeException>([&] { (void)type->genericIf(listOf({}).get(), false); },
                                       "name");
+    expectFailure<Zol::TypeException>(
+        [&] { (void)type->genericIf(listOf({nullptr}).get(), false); }, "name");
     expectFailure<Zol::UnknownArgException>(
         [&] {
-          type->genericIf(listOf({name("r"), number(1)}).get(), false);
+          (void)type->genericIf(listOf({name("r"), number(1)}).get(), false);
         },
         bare);
     EXPECT_EQ(type->newEntity("n", nullptr)->name(), Zol::Name("n"));
@@ -214,7 +215,7 @@ TEST_F(QueuedDelivery, TellsOfOneChangeByItsKeyAndOfSeveralAsAWhole) {
 
 TEST_F(QueuedDelivery, QueuesWhatChangesMeanwhileAndHoldsItsListener) {
   tool->activityIs(activity);
-  for (unsigned int changes : {1, 2}) {
+  for (unsigned int const changes : {1U, 2U}) {
     tool->during = [this] { entity->epochIs(entity->epoch() + 1); };
     for (unsigned int i = 0; i < changes; ++i)
       entity->parameterIs(1, std::to_string(changes * 8 + i));
