@@ -40,7 +40,7 @@ class SlowPeer : public testing::TestWithParam<bool> {
       ASSERT_LE(out->pending().size(), out->capacity() + out->maxMessageSize());
       if (i == 0) first = liveBytes;
       ASSERT_LE(liveBytes, before + 4 * out->capacity() + bytes) << "round " << i;
-      ASSERT_LE(liveBytes, first + out->capacity()) << "round " << i;
+      ASSERT_LE(liveBytes, first + 2 * (out->capacity() + out->maxMessageSize())) << "round " << i;
     }
   }
   void readsAgain() {

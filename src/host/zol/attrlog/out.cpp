@@ -70,6 +70,7 @@ void Out::nextHeaderIs(MsgHeader const& header) {
   message.attrId = header.attrId;
   message.sectionStart = 0;
   message.announced = {};
+  message.hasChunk = false;
   message.overlong = false;
   message.open = true;
   u32Is(0);
@@ -113,6 +114,11 @@ void Out::textIs(std::string_view text) {
   Zol::Connection::Out::textIs(text);
 }
 
+void Out::chunkIs(String8::IteratorConst& position) {
+  message().hasChunk = true;
+  Zol::Connection::Out::chunkIs(position);
+}
+
 void Out::entityIdFieldIs(EntityId id) {
   u64Is(id.value);
   message().announced = id;
@@ -129,6 +135,12 @@ void Out::commit() {
     return;
   }
   patchLength(message.bytes, 0, message.bytes.size() - kLengthSize);
+  if (isRepetition(message)) {
+    message.bytes.clear();
+    return;
+  }
+  bool const isRepeatable = !message.hasChunk && message.announced.value == 0;
+  repeatableSize_ = isRepeatable ? message.bytes.size() : 0;
   queue_.insert(queue_.end(), message.bytes.begin(), message.bytes.end());
   bytesCommitted_ += message.bytes.size();
   ++messagesCommitted_;
@@ -139,12 +151,22 @@ void Out::commit() {
   if (message.announced.value != 0) demuxer_->announcementCommitted(message.announced);
 }
 
+// An adapter of several levels writes a change once through each. A chunk counts each time that it
+// comes, and an announcement is heard of.
+bool Out::isRepetition(Message const& message) const noexcept {
+  std::size_t const size = message.bytes.size();
+  if (size != repeatableSize_ || queue_.size() - head_ < size) return false;
+  return std::equal(message.bytes.begin(), message.bytes.end(),
+                    queue_.end() - static_cast<std::ptrdiff_t>(size));
+}
+
 void Out::openMessageDel() noexcept {
   message().open = false;
   message().bytes.clear();
 }
 
 std::size_t Out::beginFrame(FrameKind kind) {
+  repeatableSize_ = 0;
   direct_ = &queue_;
   std::size_t const start = queue_.size();
   u32Is(0);

@@ -35,7 +35,7 @@ class ZOL_EXPORT Out : public PtrInterface {
   // A text in one piece: its length and its bytes.
   virtual void textIs(std::string_view text);
   // A piece of the text, at most `chunkLimit` bytes; moves the position behind it.
-  void chunkIs(String8::IteratorConst& position);
+  virtual void chunkIs(String8::IteratorConst& position);
 
   // The most text that one chunk holds.
   [[nodiscard]] std::size_t chunkLimit() const noexcept { return chunkLimit_; }
@@ -71,6 +71,7 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   void currentPayloadSectionIs(PayloadSection section);
   void tokenIs(TransactToken token) override;
   void textIs(std::string_view text) override;
+  void chunkIs(String8::IteratorConst& position) override;
   void entityIdFieldIs(EntityId id);
 
   // Drops a message that an exception left open, so that it takes up no room until the next one.
@@ -128,6 +129,7 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
     AttributeId attrId = 0;
     std::size_t sectionStart = 0;
     EntityId announced;
+    bool hasChunk = false;
     bool open = false;
     bool overlong = false;
   };
@@ -136,6 +138,8 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   [[nodiscard]] Message& message() noexcept { return *messages_[depth_]; }
   void closeSection();
   void commit();
+  // Whether the message is the one that was committed last and waits for the transport as a whole.
+  [[nodiscard]] bool isRepetition(Message const& message) const noexcept;
   std::size_t beginFrame(FrameKind kind);
   void endFrame(std::size_t start);
 
@@ -150,6 +154,9 @@ class ZOL_EXPORT Out final : public Zol::Connection::Out {
   Bytes* direct_ = nullptr;
   Bytes queue_;
   std::size_t head_ = 0;
+  // Of the last message that may be left out when it comes again at once; 0: the last frame is
+  // none.
+  std::size_t repeatableSize_ = 0;
   bool scheduled_ = false;
   bool numbersMessages_ = false;
   std::uint32_t framesCommitted_ = 0;
