@@ -85,7 +85,7 @@ struct Children : Collection<A, Children<A>> {
     In::Position const start = message.in.position();
     Key const key = WireForm<Key>::read(message.in);
     if (message.applies && !message.prefixOnly &&
-        adapter.isUnknownToSource(Common::entryAt(adapter, key))) {
+        adapter.isRemovalOfTwin(Common::entryAt(adapter, key))) {
       return requireEnd(message);
     }
     message.in.positionIs(start);

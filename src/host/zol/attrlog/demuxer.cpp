@@ -150,6 +150,24 @@ void Demuxer::bind(Entity::ZolNboAttrLogSa& adapter, EntityId id) {
   adapter.recomputeBits();
 }
 
+Entity* Demuxer::named(EntityId id) {
+  Entity::ZolNboAttrLogSa* const adapter = reactor(id);
+  if (!adapter) return nullptr;
+  if (id != adapter->entityId_ && dispatch_) {
+    Ptr<Entity::ZolNboAttrLogSa const> const namer = dispatch_->zolNboAttrLogSa(out_);
+    if (namer) adapter->messageOrder().namedBy(namer->entityId());
+  }
+  return adapter->entity();
+}
+
+void Demuxer::twinDel(Entity::ZolNboAttrLogSa& adapter) {
+  for (EntityId const other : adapter.otherIds_) idDel(other);
+  adapter.otherIds_.clear();
+  for (EntityId const id : adapter.messageOrder().namersDel()) {
+    if (Entity::ZolNboAttrLogSa* const namer = reactor(id)) namer->sendLacks(0, {});
+  }
+}
+
 void Demuxer::requireAnnounceable(EntityId id, Entity const* parent) const {
   if (id.reserved()) refuseId(id, "reserved");
   if (id.unified()) refuseId(id, "ids shared between connections are not used");

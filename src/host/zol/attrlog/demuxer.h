@@ -68,6 +68,11 @@ class ZOL_EXPORT Demuxer final : public PtrInterface {
 
   // Binds an adapter to an id of the peer; see `StreamAdapter::doEntityIdIs`.
   void bind(Entity::ZolNboAttrLogSa& adapter, EntityId id);
+  // The entity that a reference in the message under way names, or null.
+  [[nodiscard]] Entity* named(EntityId id);
+  // The peer has taken out the entity that it had made at the same time as this end the adapter's:
+  // its id names that entity no more, and what has referred to it by that id is asked for again.
+  void twinDel(Entity::ZolNboAttrLogSa& adapter);
   // Refuses an id that a peer must not announce for a child of `parent`.
   void requireAnnounceable(EntityId id, Entity const* parent) const;
   // Refuses an id that names another entity than the one present in the place of the announced.

@@ -396,6 +396,12 @@ bool EntityAdapter::isUnknownToSource(Entity* child) const {
          adapter->messageOrder().announcedBehind(*in->seen());
 }
 
+bool EntityAdapter::isRemovalOfTwin(Entity* child) const {
+  if (!isUnknownToSource(child)) return false;
+  demuxFor(nboAttrLogOut()->reverseLog())->twinDel(*child->zolNboAttrLogSa(nboAttrLogOut()));
+  return true;
+}
+
 EntityId EntityAdapter::peekEntityId(Inbound& message) {
   In::Position const at = message.in.position();
   EntityId const id = message.in.nextEntityId();

@@ -85,6 +85,9 @@ class ZOL_EXPORT EntityAdapter : public Entity::ZolNboAttrLogSa {
   // Whether the owner did not know yet that this end has made the child when it wrote the present
   // message: what it takes out is an earlier one. It will answer the announcement.
   [[nodiscard]] bool isUnknownToSource(Entity* child) const;
+  // The owner has taken out a child of its own and does not know this one yet, which stays. False
+  // when it means this one.
+  [[nodiscard]] bool isRemovalOfTwin(Entity* child) const;
   // Sends what there is now of what a message of the peer was about. A child is announced anew.
   void answer(AttributeId id, In& in);
   // Takes out one member that the source does not have, unheard by the peer.

@@ -98,7 +98,7 @@ NboAttrLog::In::~In() = default;
 Ptr<Entity> NboAttrLog::In::nextEntity() {
   EntityId const id = nextEntityId();
   if (id.value == 0) return nullptr;
-  Entity* const entity = demuxer_ ? demuxer_->entity(id) : nullptr;
+  Entity* const entity = demuxer_ ? demuxer_->named(id) : nullptr;
   if (!entity) {
     strangeId_ = id;
     throw AttrLogEntityException(

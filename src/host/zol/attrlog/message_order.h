@@ -5,11 +5,12 @@
 // writer had not seen that yet was written against another state than the reader of it has now.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <vector>
 
-#include "host/zol/forward.h"
+#include "host/zol/attrlog/msg_header.h"
 
 namespace Zol {
 
@@ -29,6 +30,14 @@ class MessageOrder {
   }
   // The entity was announced in this frame.
   void announced(std::uint32_t frame) noexcept { announced_ = {true, frame}; }
+
+  // A message about the entity with this id named this one by the id that the peer had given it,
+  // though this end had made it too.
+  void namedBy(EntityId id) {
+    if (std::ranges::find(namers_, id) == namers_.end()) namers_.push_back(id);
+  }
+  // Takes them.
+  [[nodiscard]] std::vector<EntityId> namersDel() noexcept { return std::move(namers_); }
 
   // Whether the writer of a message with this `seen` knew the announcement.
   [[nodiscard]] bool announcedUpTo(std::uint32_t seen) const noexcept {
@@ -63,6 +72,7 @@ class MessageOrder {
 
   // One per attribute that was sent; an entity has few.
   std::vector<Sent> sent_;
+  std::vector<EntityId> namers_;
   Announced announced_;
 };
 

@@ -76,7 +76,7 @@ struct Singleton {
   static void clear(EntityAdapter& adapter, Inbound& message) {
     requireEnd(message);
     if (!message.applies) return react(adapter, nullptr);
-    if (!message.prefixOnly && adapter.isUnknownToSource(A::get(holder(adapter)).get())) return;
+    if (!message.prefixOnly && adapter.isRemovalOfTwin(A::get(holder(adapter)).get())) return;
     A::del(holder(adapter));
   }
 
