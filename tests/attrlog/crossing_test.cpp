@@ -189,6 +189,20 @@ TEST_F(Crossing, aMemberThatBothMakeIsOneWhereTheReplicaOwesIt) {
   }
 }
 
+TEST_F(Crossing, whatTheOwnerHasTakenOutIsNotWhatTheReplicaHasMade) {
+  atOnce(
+      [](Config& at) {
+        at.controllerIs(addController(at, "twin"));
+        at.realUcd9012ControllerDel("twin");
+      },
+      [](Config& at) { addController(at, "twin"); });
+  for (Config* const at : {config.get(), mirror().get()}) {
+    ASSERT_TRUE(at->controller("twin") && at->realUcd9012Controller("twin"));
+    EXPECT_NE(at->controller("twin"), at->realUcd9012Controller("twin"));
+  }
+  expectEqual();
+}
+
 TEST_F(Crossing, aMemberThatAReplicaOwesIsNotTakenOutByABracket) {
   mainOf(*mirror()).locationIs(std::string(std::size_t{4} << 20, 'x'));
   auto const rail = mainOf(*mirror()).voltageRailIs(6, nullptr, nullptr);
