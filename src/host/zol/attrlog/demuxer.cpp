@@ -153,9 +153,9 @@ void Demuxer::bind(Entity::ZolNboAttrLogSa& adapter, EntityId id) {
 Entity* Demuxer::named(EntityId id) {
   Entity::ZolNboAttrLogSa* const adapter = reactor(id);
   if (!adapter) return nullptr;
-  if (id != adapter->entityId_ && dispatch_) {
+  if (id != adapter->entityId_ && dispatch_ && adapter->isReplica()) {
     Ptr<Entity::ZolNboAttrLogSa const> const namer = dispatch_->zolNboAttrLogSa(out_);
-    if (namer) adapter->messageOrder().namedBy(namer->entityId());
+    if (namer && namer->isReplica()) adapter->messageOrder().namedBy(namer->entityId());
   }
   return adapter->entity();
 }
@@ -163,8 +163,8 @@ Entity* Demuxer::named(EntityId id) {
 void Demuxer::twinDel(Entity::ZolNboAttrLogSa& adapter) {
   for (EntityId const other : adapter.otherIds_) idDel(other);
   adapter.otherIds_.clear();
-  for (EntityId const id : adapter.messageOrder().namersDel()) {
-    if (Entity::ZolNboAttrLogSa* const namer = reactor(id)) namer->sendLacks(0, {});
+  for (std::uint64_t const id : adapter.messageOrder().namersDel()) {
+    if (Entity::ZolNboAttrLogSa* const namer = reactor(EntityId(id))) namer->sendLacks(0, {});
   }
 }
 

@@ -5,9 +5,10 @@
 // writer had not seen that yet was written against another state than the reader of it has now.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include "host/zol/attrlog/msg_header.h"
@@ -33,11 +34,9 @@ class MessageOrder {
 
   // A message about the entity with this id named this one by the id that the peer had given it,
   // though this end had made it too.
-  void namedBy(EntityId id) {
-    if (std::ranges::find(namers_, id) == namers_.end()) namers_.push_back(id);
-  }
+  void namedBy(EntityId id) { namers_.insert(id.value); }
   // Takes them.
-  [[nodiscard]] std::vector<EntityId> namersDel() noexcept { return std::move(namers_); }
+  [[nodiscard]] std::set<std::uint64_t> namersDel() noexcept { return std::exchange(namers_, {}); }
 
   // Whether the writer of a message with this `seen` knew the announcement.
   [[nodiscard]] bool announcedUpTo(std::uint32_t seen) const noexcept {
@@ -72,7 +71,7 @@ class MessageOrder {
 
   // One per attribute that was sent; an entity has few.
   std::vector<Sent> sent_;
-  std::vector<EntityId> namers_;
+  std::set<std::uint64_t> namers_;
   Announced announced_;
 };
 
