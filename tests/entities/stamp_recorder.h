@@ -1,5 +1,5 @@
-// Stamps the slots of a listener that writes down each change as "<attr>" or "<attr> <key>". Include
-// the class's list behind it.
+// Stamps the slots of a listener that writes down each change as "<attr>" or "<attr> <key>".
+// Include the class's list behind it.
 #define ZOL_UNKEYED(attr, Attr, id) \
   void on##Attr() override { heard.push_back(#attr); }
 #define ZOL_KEYED(attr, Attr, id, Key)                                              \

@@ -60,8 +60,9 @@ class Recorder {
   RecordingWriter writer_;
 };
 
-// Gives the exit code; tells on standard output what it does, if somebody reads it. Throws `InputError` for an address or a file
-// that cannot be, `CommandError` for a source that cannot be reached.
+// Gives the exit code; tells on standard output what it does, if somebody reads it. Throws
+// `InputError` for an address or a file that cannot be, `CommandError` for a source that cannot be
+// reached.
 [[nodiscard]] int runRecord(RecordLine const& line);
 
 }  // namespace RailSeq
